@@ -1,0 +1,3 @@
+#include "XFile.h"
+
+XFile::~XFile() = default;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "XFile.h"
+
+#include <QList>
+#include <QMap>
+#include <QPair>
+
+class XCsv;
+
+// What one run of the search produced: for each percentage 1..100 of all
+// alleles, the number of alleles covered and the input rows of the core.
+class XResult : public XFile
+{
+    Q_OBJECT
+
+public:
+    // (alleles covered, row numbers of the input table, 1 = first data row)
+    using Entry = QPair<int, QList<int>>;
+    using Entries = QList<Entry>;
+
+    XResult(Entries const& entries, XCsv const* csv, XCsv const* src, QObject* parent = nullptr);
+    // A file name or the result's text form (see readTextSource).
+    XResult(QString const& source, XCsv const* csv, XCsv const* src, QObject* parent = nullptr);
+    ~XResult() override;
+
+    // Alleles covered by entry i, 1-based; 0 outside the entries.
+    int count(int const& i) const;
+    // The table of the core of entry i, 1-based: the starting collection's
+    // rows (or the input's header row), then the chosen rows. Built once and
+    // shared by every entry with the same core; the result owns it.
+    XCsv* csv(int const& i);
+
+    Entries const& entries() const { return m_entries; }
+    XCsv const* input() const { return m_csv; }
+    XCsv const* source() const { return m_src; }
+
+    QString toString() const override;
+    // Appends the entries read from the text form.
+    void fromString(QString& text) override;
+
+private:
+    XCsv const* m_csv;
+    XCsv const* m_src;
+    Entries m_entries;
+    QMap<int, XCsv*> m_cache;
+};

@@ -1,0 +1,161 @@
+#include "XWorkspace.h"
+
+#include "StrictInt.h"
+#include "TextLines.h"
+#include "TextSource.h"
+#include "XCsv.h"
+#include "XResult.h"
+
+namespace {
+
+const QString hasSourceKey = QStringLiteral("HasSource");
+const QString sliderKey = QStringLiteral("SliderValue");
+const QLatin1String sectionEnd("#");
+
+// Collects the lines up to the next "#" line, each with its line end.
+// Returns false when the text ends first: the section is incomplete.
+bool readSection(TextLines& lines, QString& buffer)
+{
+    buffer.clear();
+    QStringRef line;
+    while (lines.next(line)) {
+        if (line == sectionEnd)
+            return true;
+        buffer += line;
+        buffer += QLatin1Char('\n');
+    }
+    return false;
+}
+
+bool isRectangular(XCsv const& table)
+{
+    if (table.columns() < 2)
+        return false;
+    for (XCsv::Row const& row : table.data()) {
+        if (row.size() != table.columns())
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+XWorkspace::XWorkspace(XCsv* csv, XCsv* src, XResult* result, QObject* parent)
+    : XFile(parent), m_csv(csv), m_src(src), m_result(result)
+{
+    if (m_src)
+        m_settings.insert(hasSourceKey, true);
+}
+
+XWorkspace::XWorkspace(QString const& source, QObject* parent) : XFile(parent)
+{
+    QString text = readTextSource(source);
+    if (!text.isEmpty())
+        fromString(text);
+}
+
+XWorkspace::~XWorkspace()
+{
+    delete m_csv;
+    delete m_src;
+    delete m_result;
+}
+
+bool XWorkspace::hasSource() const
+{
+    return m_settings.value(hasSourceKey).toBool();
+}
+
+int XWorkspace::slider() const
+{
+    const auto it = m_settings.constFind(sliderKey);
+    if (it == m_settings.constEnd())
+        return -1;
+    bool ok = false;
+    // Text read from a file goes through the strict conversion: " 7" is no number.
+    const int value = it->userType() == QMetaType::QString ? strictToInt(it->toString(), &ok)
+                                                           : it->toInt(&ok);
+    return ok ? value : -1;
+}
+
+void XWorkspace::setSlider(int const& value)
+{
+    m_settings.insert(sliderKey, value);
+}
+
+bool XWorkspace::isComplete() const
+{
+    if (!m_csv || !m_result || m_csv->rows() < 2 || !isRectangular(*m_csv))
+        return false;
+    if (hasSource() != (m_src != nullptr))
+        return false;
+    if (m_src && (!isRectangular(*m_src) || m_src->at(0) != m_csv->at(0)))
+        return false;
+    if (m_result->entries().size() != 100)
+        return false;
+    for (XResult::Entry const& entry : m_result->entries()) {
+        for (int row : entry.second) {
+            if (row < 1 || row >= m_csv->rows())
+                return false;
+        }
+    }
+    return true;
+}
+
+QString XWorkspace::toString() const
+{
+    QString out;
+    for (auto it = m_settings.constBegin(); it != m_settings.constEnd(); ++it)
+        out += it.key() + QLatin1Char('=') + it.value().toString() + QLatin1Char('\n');
+    out += QLatin1String("\n#");
+    auto section = [&out](QString const& text) { out += QLatin1Char('\n') + text + QLatin1String("\n#"); };
+    section(m_csv ? m_csv->toString() : QString());
+    if (hasSource())
+        section(m_src ? m_src->toString() : QString());
+    section(m_result ? m_result->toString() : QString());
+    return out;
+}
+
+void XWorkspace::fromString(QString& text)
+{
+    TextLines lines(text);
+    QString buffer;
+    QStringRef line;
+    // The text may hold several workspaces one after the other; each later
+    // one merges its settings and replaces the objects. A section cut off by
+    // the end of the text ends the reading: nothing is made of it.
+    while (!lines.atEnd()) {
+        bool closed = false;
+        while (lines.next(line)) {
+            if (line == sectionEnd) {
+                closed = true;
+                break;
+            }
+            const int eq = line.indexOf(QLatin1Char('='));
+            if (eq < 0)
+                continue; // empty, or not a setting at all
+            const int eq2 = line.indexOf(QLatin1Char('='), eq + 1);
+            const QStringRef value = eq2 < 0 ? line.mid(eq + 1) : line.mid(eq + 1, eq2 - eq - 1);
+            m_settings.insert(line.left(eq).trimmed().toString(), value.trimmed().toString());
+        }
+        if (!closed || !readSection(lines, buffer))
+            return;
+
+        // The old result refers to the old tables, so all three go together.
+        delete m_result;
+        delete m_src;
+        delete m_csv;
+        m_result = nullptr;
+        m_src = nullptr;
+        m_csv = new XCsv(buffer);
+
+        if (hasSource()) {
+            if (!readSection(lines, buffer))
+                return;
+            m_src = new XCsv(buffer);
+        }
+        if (!readSection(lines, buffer))
+            return;
+        m_result = new XResult(buffer, m_csv, m_src);
+    }
+}

@@ -1,0 +1,469 @@
+#include "CellText.h"
+#include "RandomTable.h"
+#include "XCsv.h"
+#include "XResult.h"
+#include "XWorkspace.h"
+
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+XResult::Entries entriesFor(int dataRows)
+{
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p) {
+        QList<int> rows;
+        for (int r = 1; r <= qMin(dataRows, 1 + p / 40); ++r)
+            rows << r;
+        entries << XResult::Entry(p, rows);
+    }
+    return entries;
+}
+
+XWorkspace* makeWorkspace(XCsv* csv, XCsv* src)
+{
+    return new XWorkspace(csv, src, new XResult(entriesFor(csv->rows() - 1), csv, src));
+}
+
+int sectionCount(QString const& text)
+{
+    return text.split(QLatin1Char('\n')).count(QStringLiteral("#"));
+}
+
+} // namespace
+
+class TestXWorkspace : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void exampleText();
+    void withoutStartingCollection();
+    void withStartingCollection();
+    void sliderDefaultAndRoundTrip();
+    void settingsLinesTrimmedAndSplit();
+    void otherSettingsKept();
+    void sliderValues_data();
+    void sliderValues();
+    void hasSourceValues_data();
+    void hasSourceValues();
+    void writeReadWrite_data();
+    void writeReadWrite();
+    void finalLineEndReadsAlike();
+    void emptyLineAfterLastSectionEnds();
+    void crlfLineEnds();
+    void emptyTableSection();
+    void emptyTextLeavesNothing();
+    void fromFile();
+    void unopenableFile();
+    void missingFileIsText();
+    void secondWorkspaceReplaces();
+    void truncatedTexts_data();
+    void truncatedTexts();
+    void hasSourceWithoutSection();
+    void destructorDeletesItsObjects();
+    void nullObjectsWritten();
+    void isComplete_data();
+    void isComplete();
+
+private:
+    QTemporaryDir* m_dir = nullptr;
+};
+
+void TestXWorkspace::init()
+{
+    m_dir = new QTemporaryDir;
+    QVERIFY(m_dir->isValid());
+}
+
+void TestXWorkspace::cleanup()
+{
+    delete m_dir;
+    m_dir = nullptr;
+}
+
+void TestXWorkspace::exampleText()
+{
+    XCsv* csv = new XCsv;
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p)
+        entries << XResult::Entry(p < 50 ? 2 : 4, p < 50 ? QList<int>{1} : QList<int>{1, 2});
+    XWorkspace workspace(csv, nullptr, new XResult(entries, csv, nullptr));
+    workspace.setSlider(5);
+    QString expected = QStringLiteral("SliderValue=5\n"
+                                      "\n"
+                                      "#\n"
+                                      "\"Name\",\"H1\",\"H2\"\n"
+                                      "\"Accession1\",\"1\",\"2\"\n"
+                                      "\"Accession2\",\"3\",\"4\"\n"
+                                      "\n"
+                                      "#\n");
+    for (int p = 1; p <= 100; ++p)
+        expected += p < 50 ? QStringLiteral("1,2\n") : QStringLiteral("1,2,4\n");
+    expected += QStringLiteral("\n#");
+    QCOMPARE(workspace.toString(), expected);
+    QCOMPARE(workspace.metaObject()->className(), "XWorkspace");
+}
+
+void TestXWorkspace::withoutStartingCollection()
+{
+    XCsv* csv = new XCsv(randomGrid(3));
+    QScopedPointer<XWorkspace> written(makeWorkspace(csv, nullptr));
+    QVERIFY(!written->hasSource());
+    QVERIFY(!written->settings().contains(QStringLiteral("HasSource")));
+    const QString text = written->toString();
+    QVERIFY(!text.contains(QStringLiteral("HasSource")));
+    QCOMPARE(sectionCount(text), 3);
+
+    XWorkspace read(text);
+    QVERIFY(!read.hasSource());
+    QCOMPARE(read.src(), nullptr);
+    QVERIFY(read.csv());
+    QCOMPARE(gridText(*read.csv()), gridText(*csv));
+    QCOMPARE(read.result()->entries(), written->result()->entries());
+    QCOMPARE(read.result()->input(), read.csv());
+    QCOMPARE(read.result()->source(), nullptr);
+}
+
+void TestXWorkspace::withStartingCollection()
+{
+    XCsv* csv = new XCsv(randomGrid(4));
+    XCsv::Grid startGrid = csv->data().mid(0, 3);
+    XCsv* src = new XCsv(startGrid);
+    QScopedPointer<XWorkspace> written(makeWorkspace(csv, src));
+    QCOMPARE(cellText(written->settings().value(QStringLiteral("HasSource"))), QStringLiteral("bool:true"));
+    const QString text = written->toString();
+    QVERIFY(text.startsWith(QStringLiteral("HasSource=true\n\n#\n")));
+    QCOMPARE(sectionCount(text), 4);
+
+    XWorkspace read(text);
+    QVERIFY(read.hasSource());
+    QCOMPARE(cellText(read.settings().value(QStringLiteral("HasSource"))), QStringLiteral("s:true"));
+    QVERIFY(read.src());
+    QCOMPARE(gridText(*read.src()), gridText(*src));
+    QCOMPARE(gridText(*read.csv()), gridText(*csv));
+    QCOMPARE(read.result()->source(), read.src());
+    QCOMPARE(read.result()->input(), read.csv());
+}
+
+void TestXWorkspace::sliderDefaultAndRoundTrip()
+{
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, nullptr));
+    QCOMPARE(written->slider(), -1);
+    written->setSlider(7);
+    QCOMPARE(cellText(written->settings().value(QStringLiteral("SliderValue"))), QStringLiteral("i:7"));
+    written->setSlider(9);
+    written->setSlider(7);
+    QCOMPARE(written->slider(), 7);
+    XWorkspace read(written->toString());
+    QCOMPARE(cellText(read.settings().value(QStringLiteral("SliderValue"))), QStringLiteral("s:7"));
+    QCOMPARE(read.slider(), 7);
+}
+
+void TestXWorkspace::settingsLinesTrimmedAndSplit()
+{
+    XWorkspace read(QStringLiteral("SliderValue = 12\na=b=c\n\n#\n\n#\n\n#"));
+    QCOMPARE(read.slider(), 12);
+    QCOMPARE(cellText(read.settings().value(QStringLiteral("a"))), QStringLiteral("s:b"));
+    QCOMPARE(read.settings().size(), 2);
+}
+
+void TestXWorkspace::otherSettingsKept()
+{
+    XWorkspace read(QStringLiteral("Zeta=last\nAlpha= 1 \n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n3\n\n#"));
+    QCOMPARE(read.settings().keys(), QStringList({"Alpha", "Zeta"}));
+    QVERIFY(read.toString().startsWith(QStringLiteral("Alpha=1\nZeta=last\n\n#\n\"N\",\"M\"\n")));
+}
+
+void TestXWorkspace::sliderValues_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("slider");
+    QTest::newRow("number") << "SliderValue=42" << 42;
+    QTest::newRow("blanks trimmed") << "  SliderValue  =  3  " << 3;
+    QTest::newRow("word") << "SliderValue=abc" << -1;
+    QTest::newRow("decimal") << "SliderValue=4.5" << -1;
+    QTest::newRow("empty") << "SliderValue=" << -1;
+    QTest::newRow("inner blank") << "SliderValue=1 2" << -1;
+    QTest::newRow("negative") << "SliderValue=-4" << -4;
+    QTest::newRow("absent") << "Other=1" << -1;
+}
+
+void TestXWorkspace::sliderValues()
+{
+    QFETCH(QString, line);
+    QFETCH(int, slider);
+    XWorkspace read(line + QStringLiteral("\n\n#\n\n#\n\n#"));
+    QCOMPARE(read.slider(), slider);
+}
+
+void TestXWorkspace::hasSourceValues_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("hasSource");
+    QTest::newRow("true") << "HasSource=true" << true;
+    QTest::newRow("false") << "HasSource=false" << false;
+    QTest::newRow("zero") << "HasSource=0" << false;
+    QTest::newRow("empty") << "HasSource=" << false;
+    QTest::newRow("absent") << "SliderValue=1" << false;
+}
+
+void TestXWorkspace::hasSourceValues()
+{
+    QFETCH(QString, line);
+    QFETCH(bool, hasSource);
+    XWorkspace read(line + QStringLiteral("\n\n#\n\n#\n\n#\n\n#"));
+    QCOMPARE(read.hasSource(), hasSource);
+    QCOMPARE(read.src() != nullptr, hasSource);
+}
+
+void TestXWorkspace::writeReadWrite_data()
+{
+    QTest::addColumn<quint32>("seed");
+    QTest::addColumn<bool>("withSource");
+    for (quint32 seed = 1; seed <= 60; ++seed)
+        QTest::newRow(qPrintable(QString::number(seed))) << seed << bool(seed % 2);
+}
+
+void TestXWorkspace::writeReadWrite()
+{
+    QFETCH(quint32, seed);
+    QFETCH(bool, withSource);
+    XCsv* csv = new XCsv(randomGrid(seed));
+    XCsv* src = withSource ? new XCsv(randomGrid(seed + 1000, {1, 5, 1, 12, 10, 5, 9})) : nullptr;
+    if (src) {
+        // The starting collection shares the input's header row.
+        XCsv::Grid grid = src->data();
+        grid[0] = csv->at(0);
+        for (int r = 1; r < grid.size(); ++r) {
+            while (grid[r].size() < csv->columns())
+                grid[r] << QStringLiteral("*");
+            while (grid[r].size() > csv->columns())
+                grid[r].removeLast();
+        }
+        delete src;
+        src = new XCsv(grid);
+    }
+    QScopedPointer<XWorkspace> written(makeWorkspace(csv, src));
+    written->setSlider(int(seed % 100) + 1);
+    const QString text = written->toString();
+    XWorkspace read(text);
+    QCOMPARE(read.toString(), text);
+    QVERIFY(read.isComplete());
+    QCOMPARE(read.slider(), int(seed % 100) + 1);
+}
+
+void TestXWorkspace::finalLineEndReadsAlike()
+{
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, new XCsv));
+    const QString text = written->toString();
+    QVERIFY(text.endsWith(QStringLiteral("\n#")));
+    XWorkspace plain(text);
+    XWorkspace withLineEnd(text + QLatin1Char('\n'));
+    QCOMPARE(withLineEnd.toString(), plain.toString());
+    QCOMPARE(plain.toString(), text);
+}
+
+void TestXWorkspace::emptyLineAfterLastSectionEnds()
+{
+    // Reading must end even when the text goes on past its last section.
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, nullptr));
+    const QString text = written->toString();
+    XWorkspace read(text + QStringLiteral("\n\n"));
+    QCOMPARE(read.toString(), text);
+    XWorkspace many(text + QStringLiteral("\n\n\n\n   \n"));
+    QCOMPARE(many.toString(), text);
+}
+
+void TestXWorkspace::crlfLineEnds()
+{
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, nullptr));
+    written->setSlider(3);
+    QString text = written->toString();
+    XWorkspace read(QString(text).replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+    QCOMPARE(read.toString(), text);
+}
+
+void TestXWorkspace::emptyTableSection()
+{
+    XCsv* empty = new XCsv(QString());
+    XWorkspace written(empty, nullptr, new XResult(entriesFor(0), empty, nullptr));
+    const QString text = written.toString();
+    QVERIFY(text.startsWith(QStringLiteral("\n#\n\n#\n")));
+    XWorkspace read(text);
+    QCOMPARE(read.csv()->rows(), 1);
+    QCOMPARE(gridText(*read.csv()), QStringList({"s:"}));
+}
+
+void TestXWorkspace::emptyTextLeavesNothing()
+{
+    XWorkspace read{QString()};
+    QCOMPARE(read.csv(), nullptr);
+    QCOMPARE(read.src(), nullptr);
+    QCOMPARE(read.result(), nullptr);
+    QVERIFY(read.settings().isEmpty());
+    QVERIFY(!read.isComplete());
+    QCOMPARE(read.savePath(), QString());
+    read.setSavePath(QStringLiteral("/tmp/x.csv"));
+    QCOMPARE(read.savePath(), QStringLiteral("/tmp/x.csv"));
+}
+
+void TestXWorkspace::fromFile()
+{
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv(randomGrid(11)), nullptr));
+    written->setSlider(50);
+    const QString path = m_dir->filePath("w.ccw");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(written->toString().toUtf8());
+    file.close();
+    XWorkspace read(path);
+    QCOMPARE(read.toString(), written->toString());
+    QCOMPARE(read.slider(), 50);
+    QVERIFY(read.isComplete());
+}
+
+void TestXWorkspace::unopenableFile()
+{
+    XWorkspace read(m_dir->path());
+    QCOMPARE(read.csv(), nullptr);
+    QCOMPARE(read.result(), nullptr);
+    QVERIFY(read.settings().isEmpty());
+}
+
+void TestXWorkspace::missingFileIsText()
+{
+    // A name of no file is a one-line text without "#": reading ends at once.
+    XWorkspace read(m_dir->filePath("none.ccw"));
+    QCOMPARE(read.csv(), nullptr);
+    QVERIFY(read.settings().isEmpty());
+    XWorkspace withEquals(m_dir->filePath("a=b"));
+    QCOMPARE(withEquals.settings().size(), 1);
+    QCOMPARE(withEquals.csv(), nullptr);
+}
+
+void TestXWorkspace::secondWorkspaceReplaces()
+{
+    QScopedPointer<XWorkspace> first(makeWorkspace(new XCsv, nullptr));
+    first->setSlider(4);
+    QScopedPointer<XWorkspace> second(makeWorkspace(new XCsv(randomGrid(5)), nullptr));
+    second->setSlider(9);
+    XWorkspace read(first->toString() + QLatin1Char('\n') + QStringLiteral("Extra=1\n") +
+                    second->toString());
+    QCOMPARE(read.slider(), 9);
+    QCOMPARE(read.settings().value(QStringLiteral("Extra")).toString(), QStringLiteral("1"));
+    QCOMPARE(gridText(*read.csv()), gridText(*second->csv()));
+    QCOMPARE(read.result()->input(), read.csv());
+    QCOMPARE(read.result()->entries(), second->result()->entries());
+}
+
+void TestXWorkspace::truncatedTexts_data()
+{
+    QTest::addColumn<int>("cut");
+    QTest::addColumn<bool>("hasTable");
+    QTest::addColumn<bool>("hasResult");
+    // Offsets into the text of makeWorkspace(default table), counted below.
+    QTest::newRow("inside settings") << 5 << false << false;
+    QTest::newRow("inside input table") << 30 << false << false;
+    QTest::newRow("inside result") << -40 << true << false;
+    QTest::newRow("before last #") << -1 << true << false;
+    QTest::newRow("whole") << 0 << true << true;
+}
+
+void TestXWorkspace::truncatedTexts()
+{
+    QFETCH(int, cut);
+    QFETCH(bool, hasTable);
+    QFETCH(bool, hasResult);
+    QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, nullptr));
+    written->setSlider(1);
+    const QString text = written->toString();
+    const QString part = cut > 0 ? text.left(cut) : text.left(text.size() + cut);
+    XWorkspace read(part);
+    QCOMPARE(read.csv() != nullptr, hasTable);
+    QCOMPARE(read.result() != nullptr, hasResult);
+    QCOMPARE(read.isComplete(), hasResult);
+}
+
+void TestXWorkspace::hasSourceWithoutSection()
+{
+    // The result is taken as the starting collection, and one more section
+    // is missing: no result, so the workspace is incomplete.
+    XCsv* csv = new XCsv;
+    XWorkspace written(csv, nullptr, new XResult(entriesFor(2), csv, nullptr));
+    XWorkspace read(QStringLiteral("HasSource=true\n") + written.toString());
+    QVERIFY(read.hasSource());
+    QVERIFY(read.src());
+    QCOMPARE(read.result(), nullptr);
+    QVERIFY(!read.isComplete());
+}
+
+void TestXWorkspace::destructorDeletesItsObjects()
+{
+    QPointer<XCsv> csv = new XCsv;
+    QPointer<XCsv> src = new XCsv;
+    QPointer<XResult> result = new XResult(entriesFor(2), csv, src);
+    auto* workspace = new XWorkspace(csv, src, result);
+    QCOMPARE(csv->parent(), nullptr);
+    QCOMPARE(result->parent(), nullptr);
+    delete workspace;
+    QVERIFY(csv.isNull());
+    QVERIFY(src.isNull());
+    QVERIFY(result.isNull());
+}
+
+void TestXWorkspace::nullObjectsWritten()
+{
+    XWorkspace empty(nullptr, nullptr, nullptr);
+    QCOMPARE(empty.toString(), QStringLiteral("\n#\n\n#\n\n#"));
+}
+
+void TestXWorkspace::isComplete_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("complete");
+    QString result;
+    for (int p = 1; p <= 100; ++p)
+        result += QStringLiteral("1,2,%1\n").arg(p);
+    const QString input = QStringLiteral("\"N\",\"M\",\"M\"\n\"a\",1,2\n\"b\",3,4\n");
+    const QString start = QStringLiteral("\"N\",\"M\",\"M\"\n\"s\",5,6\n");
+    QTest::newRow("whole") << QString("\n#\n" + input + "\n#\n" + result + "\n#") << true;
+    QTest::newRow("with start") << QString("HasSource=true\n\n#\n" + input + "\n#\n" + start +
+                                           "\n#\n" + result + "\n#")
+                                << true;
+    QTest::newRow("header only")
+        << QString("\n#\n\"N\",\"M\",\"M\"\n\n#\n" + result + "\n#") << false;
+    QTest::newRow("row past table")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,100", "1,3,100") + "\n#")
+        << false;
+    QTest::newRow("row zero")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "0,7\n") + "\n#")
+        << false;
+    QTest::newRow("99 entries")
+        << QString("\n#\n" + input + "\n#\n" + result.section('\n', 1) + "\n#") << false;
+    QTest::newRow("101 entries") << QString("\n#\n" + input + "\n#\n" + result + "5\n\n#") << false;
+    QTest::newRow("start with other header")
+        << QString("HasSource=true\n\n#\n" + input + "\n#\n\"N\",\"M\",\"X\"\n\"s\",5,6\n\n#\n" +
+                   result + "\n#")
+        << false;
+    QTest::newRow("ragged header")
+        << QString("\n#\n\"N\"\n\"N\",\"M\",\"M\"\n\"a\",1,2\n\n#\n" + result + "\n#") << false;
+    QTest::newRow("single column")
+        << QString("\n#\n\"N\"\n\"a\"\n\n#\n" + result + "\n#") << false;
+}
+
+void TestXWorkspace::isComplete()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, complete);
+    XWorkspace read(text);
+    QCOMPARE(read.isComplete(), complete);
+}
+
+QTEST_GUILESS_MAIN(TestXWorkspace)
+#include "tst_xworkspace.moc"
