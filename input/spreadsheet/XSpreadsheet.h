@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+class XCsv;
+
+// Reads and writes tables as files, chosen by the file name's suffix
+// (case-sensitive): ".csv" is comma-separated text, ".xls" a workbook.
+// Widget-free: callers show the returned message themselves.
+class XSpreadsheet
+{
+public:
+    // A new table owned by the caller, or null with *error set to the
+    // message to show the user.
+    static XCsv* read(QString const& fileName, QString* error);
+    // A name ending in ".xls" becomes a workbook, any other comma-separated
+    // text. The file is replaced atomically; returns whether it was written.
+    static bool write(XCsv const& table, QString const& fileName);
+
+    static QString wrongSuffixMessage();
+};
