@@ -25,7 +25,10 @@ public:
     explicit XCsv(QString const& source, QObject* parent = nullptr);
     ~XCsv() override;
 
-    QVariant const& at(int const& row, int const& column) const { return m_data.at(row).at(column); }
+    QVariant const& at(int const& row, int const& column) const
+    {
+        return m_data.at(row).at(column);
+    }
     Row const& at(int const& row) const { return m_data.at(row); }
     Grid const& data() const { return m_data; }
     int rows() const { return m_data.size(); }

@@ -73,8 +73,8 @@ int XWorkspace::slider() const
         return -1;
     bool ok = false;
     // Text read from a file goes through the strict conversion: " 7" is no number.
-    const int value = it->userType() == QMetaType::QString ? strictToInt(it->toString(), &ok)
-                                                           : it->toInt(&ok);
+    const int value =
+        it->userType() == QMetaType::QString ? strictToInt(it->toString(), &ok) : it->toInt(&ok);
     return ok ? value : -1;
 }
 
@@ -108,7 +108,9 @@ QString XWorkspace::toString() const
     for (auto it = m_settings.constBegin(); it != m_settings.constEnd(); ++it)
         out += it.key() + QLatin1Char('=') + it.value().toString() + QLatin1Char('\n');
     out += QLatin1String("\n#");
-    auto section = [&out](QString const& text) { out += QLatin1Char('\n') + text + QLatin1String("\n#"); };
+    auto section = [&out](QString const& text) {
+        out += QLatin1Char('\n') + text + QLatin1String("\n#");
+    };
     section(m_csv ? m_csv->toString() : QString());
     if (hasSource())
         section(m_src ? m_src->toString() : QString());

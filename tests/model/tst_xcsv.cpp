@@ -95,17 +95,16 @@ void TestXCsv::defaultTable()
     QCOMPARE(table->parent(), &parent);
     QCOMPARE(table->rows(), 3);
     QCOMPARE(table->columns(), 3);
-    QCOMPARE(gridText(*table), QStringList({"s:Name|s:H1|s:H2", "s:Accession1|s:1|s:2",
-                                            "s:Accession2|s:3|s:4"}));
+    QCOMPARE(gridText(*table),
+             QStringList({"s:Name|s:H1|s:H2", "s:Accession1|s:1|s:2", "s:Accession2|s:3|s:4"}));
     QCOMPARE(table->metaObject()->className(), "XCsv");
 }
 
 void TestXCsv::defaultTableText()
 {
     XCsv table;
-    QCOMPARE(table.toString(),
-             QStringLiteral("\"Name\",\"H1\",\"H2\"\n\"Accession1\",\"1\",\"2\"\n"
-                            "\"Accession2\",\"3\",\"4\"\n"));
+    QCOMPARE(table.toString(), QStringLiteral("\"Name\",\"H1\",\"H2\"\n\"Accession1\",\"1\",\"2\"\n"
+                                              "\"Accession2\",\"3\",\"4\"\n"));
 }
 
 void TestXCsv::emptyText()
@@ -151,14 +150,22 @@ void TestXCsv::quoteFields_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("cell");
-    QTest::newRow("two quotes") << "\"\"" << "s:";
-    QTest::newRow("one quote") << "\"" << "s:";
-    QTest::newRow("quoted text") << "\"abc\"" << "s:abc";
-    QTest::newRow("quoted number stays text") << "\"12\"" << "s:12";
-    QTest::newRow("blanks around quotes") << "  \"ab\" " << "s:ab";
-    QTest::newRow("quote at start only") << "\"ab" << "s:\"ab";
-    QTest::newRow("quote at end only") << "ab\"" << "s:ab\"";
-    QTest::newRow("inner quotes kept") << "\"a\"b\"" << "s:a\"b";
+    QTest::newRow("two quotes") << "\"\""
+                                << "s:";
+    QTest::newRow("one quote") << "\""
+                               << "s:";
+    QTest::newRow("quoted text") << "\"abc\""
+                                 << "s:abc";
+    QTest::newRow("quoted number stays text") << "\"12\""
+                                              << "s:12";
+    QTest::newRow("blanks around quotes") << "  \"ab\" "
+                                          << "s:ab";
+    QTest::newRow("quote at start only") << "\"ab"
+                                         << "s:\"ab";
+    QTest::newRow("quote at end only") << "ab\""
+                                       << "s:ab\"";
+    QTest::newRow("inner quotes kept") << "\"a\"b\""
+                                       << "s:a\"b";
 }
 
 void TestXCsv::quoteFields()
@@ -175,19 +182,32 @@ void TestXCsv::fieldConversion_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("cell");
-    QTest::newRow("number") << "183" << "i:183";
-    QTest::newRow("zero") << "0" << "i:0";
-    QTest::newRow("negative") << "-3" << "i:-3";
-    QTest::newRow("plus sign") << "+3" << "i:3";
-    QTest::newRow("leading zeros") << "007" << "i:7";
-    QTest::newRow("star") << "*" << "s:*";
-    QTest::newRow("decimal") << "1.5" << "s:1.5";
-    QTest::newRow("exponent") << "1e3" << "s:1e3";
-    QTest::newRow("blank before number is text") << " 12" << "s:12";
-    QTest::newRow("blank after number is text") << "12 " << "s:12";
-    QTest::newRow("empty") << "" << "s:";
-    QTest::newRow("blanks only") << "   " << "s:";
-    QTest::newRow("beyond int") << "2147483648" << "s:2147483648";
+    QTest::newRow("number") << "183"
+                            << "i:183";
+    QTest::newRow("zero") << "0"
+                          << "i:0";
+    QTest::newRow("negative") << "-3"
+                              << "i:-3";
+    QTest::newRow("plus sign") << "+3"
+                               << "i:3";
+    QTest::newRow("leading zeros") << "007"
+                                   << "i:7";
+    QTest::newRow("star") << "*"
+                          << "s:*";
+    QTest::newRow("decimal") << "1.5"
+                             << "s:1.5";
+    QTest::newRow("exponent") << "1e3"
+                              << "s:1e3";
+    QTest::newRow("blank before number is text") << " 12"
+                                                 << "s:12";
+    QTest::newRow("blank after number is text") << "12 "
+                                                << "s:12";
+    QTest::newRow("empty") << ""
+                           << "s:";
+    QTest::newRow("blanks only") << "   "
+                                 << "s:";
+    QTest::newRow("beyond int") << "2147483648"
+                                << "s:2147483648";
     QTest::newRow("unicode") << QString::fromUtf8("Zébu ñ 牛") << QString::fromUtf8("s:Zébu ñ 牛");
 }
 

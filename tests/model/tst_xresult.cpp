@@ -196,8 +196,8 @@ void TestXResult::coreWithoutStart()
     XCsv* core = result.csv(100);
     QCOMPARE(core->parent(), nullptr);
     QCOMPARE(core->columns(), 3);
-    QCOMPARE(gridText(*core), QStringList({"s:Name|s:M|s:M", "s:A2|i:3|i:4", "s:A4|i:7|s:*",
-                                           "s:A1|i:1|i:2"}));
+    QCOMPARE(gridText(*core),
+             QStringList({"s:Name|s:M|s:M", "s:A2|i:3|i:4", "s:A4|i:7|s:*", "s:A1|i:1|i:2"}));
 }
 
 void TestXResult::coreWithStart()

@@ -136,14 +136,16 @@ void TestXWorkspace::withStartingCollection()
     XCsv::Grid startGrid = csv->data().mid(0, 3);
     XCsv* src = new XCsv(startGrid);
     QScopedPointer<XWorkspace> written(makeWorkspace(csv, src));
-    QCOMPARE(cellText(written->settings().value(QStringLiteral("HasSource"))), QStringLiteral("bool:true"));
+    QCOMPARE(cellText(written->settings().value(QStringLiteral("HasSource"))),
+             QStringLiteral("bool:true"));
     const QString text = written->toString();
     QVERIFY(text.startsWith(QStringLiteral("HasSource=true\n\n#\n")));
     QCOMPARE(sectionCount(text), 4);
 
     XWorkspace read(text);
     QVERIFY(read.hasSource());
-    QCOMPARE(cellText(read.settings().value(QStringLiteral("HasSource"))), QStringLiteral("s:true"));
+    QCOMPARE(cellText(read.settings().value(QStringLiteral("HasSource"))),
+             QStringLiteral("s:true"));
     QVERIFY(read.src());
     QCOMPARE(gridText(*read.src()), gridText(*src));
     QCOMPARE(gridText(*read.csv()), gridText(*csv));
@@ -156,7 +158,8 @@ void TestXWorkspace::sliderDefaultAndRoundTrip()
     QScopedPointer<XWorkspace> written(makeWorkspace(new XCsv, nullptr));
     QCOMPARE(written->slider(), -1);
     written->setSlider(7);
-    QCOMPARE(cellText(written->settings().value(QStringLiteral("SliderValue"))), QStringLiteral("i:7"));
+    QCOMPARE(cellText(written->settings().value(QStringLiteral("SliderValue"))),
+             QStringLiteral("i:7"));
     written->setSlider(9);
     written->setSlider(7);
     QCOMPARE(written->slider(), 7);
@@ -436,16 +439,18 @@ void TestXWorkspace::isComplete_data()
     QTest::newRow("with start") << QString("HasSource=true\n\n#\n" + input + "\n#\n" + start +
                                            "\n#\n" + result + "\n#")
                                 << true;
-    QTest::newRow("header only")
-        << QString("\n#\n\"N\",\"M\",\"M\"\n\n#\n" + result + "\n#") << false;
+    QTest::newRow("header only") << QString("\n#\n\"N\",\"M\",\"M\"\n\n#\n" + result + "\n#")
+                                 << false;
     QTest::newRow("row past table")
-        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,100", "1,3,100") + "\n#")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,100", "1,3,100") +
+                   "\n#")
         << false;
-    QTest::newRow("row zero")
-        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "0,7\n") + "\n#")
-        << false;
-    QTest::newRow("99 entries")
-        << QString("\n#\n" + input + "\n#\n" + result.section('\n', 1) + "\n#") << false;
+    QTest::newRow("row zero") << QString("\n#\n" + input + "\n#\n" +
+                                         QString(result).replace("1,2,7\n", "0,7\n") + "\n#")
+                              << false;
+    QTest::newRow("99 entries") << QString("\n#\n" + input + "\n#\n" + result.section('\n', 1) +
+                                           "\n#")
+                                << false;
     QTest::newRow("101 entries") << QString("\n#\n" + input + "\n#\n" + result + "5\n\n#") << false;
     QTest::newRow("start with other header")
         << QString("HasSource=true\n\n#\n" + input + "\n#\n\"N\",\"M\",\"X\"\n\"s\",5,6\n\n#\n" +
@@ -453,8 +458,7 @@ void TestXWorkspace::isComplete_data()
         << false;
     QTest::newRow("ragged header")
         << QString("\n#\n\"N\"\n\"N\",\"M\",\"M\"\n\"a\",1,2\n\n#\n" + result + "\n#") << false;
-    QTest::newRow("single column")
-        << QString("\n#\n\"N\"\n\"a\"\n\n#\n" + result + "\n#") << false;
+    QTest::newRow("single column") << QString("\n#\n\"N\"\n\"a\"\n\n#\n" + result + "\n#") << false;
 }
 
 void TestXWorkspace::isComplete()
