@@ -1,0 +1,237 @@
+#include "XCsv.h"
+#include "XGraphWidget.h"
+#include "XResult.h"
+
+#include <QtTest>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_marker.h>
+#include <qwt_text.h>
+
+namespace {
+
+XCsv* inputTable(int dataRows)
+{
+    XCsv::Grid grid{{QStringLiteral("Name"), QStringLiteral("M")}};
+    for (int r = 1; r <= dataRows; ++r)
+        grid << XCsv::Row{QStringLiteral("A%1").arg(r), r};
+    return new XCsv(grid);
+}
+
+// Percentage p gets a core of sizeOf(p) rows 1..size and count countOf(p).
+template <typename Size, typename Count> XResult::Entries entries(Size sizeOf, Count countOf)
+{
+    XResult::Entries list;
+    for (int p = 1; p <= 100; ++p) {
+        QList<int> rows;
+        for (int r = 1; r <= sizeOf(p); ++r)
+            rows << r;
+        list << XResult::Entry(countOf(p), rows);
+    }
+    return list;
+}
+
+QList<QwtPlotMarker*> markers(XGraphWidget const& graph, QwtPlotMarker::LineStyle style)
+{
+    QList<QwtPlotMarker*> found;
+    for (QwtPlotItem* item : graph.itemList(QwtPlotItem::Rtti_PlotMarker)) {
+        auto* marker = static_cast<QwtPlotMarker*>(item);
+        if (marker->lineStyle() == style)
+            found << marker;
+    }
+    return found;
+}
+
+QList<QwtPlotCurve*> curves(XGraphWidget const& graph)
+{
+    QList<QwtPlotCurve*> found;
+    for (QwtPlotItem* item : graph.itemList(QwtPlotItem::Rtti_PlotCurve))
+        found << static_cast<QwtPlotCurve*>(item);
+    return found;
+}
+
+QwtPlotCurve* curveWithStyle(XGraphWidget const& graph, QwtPlotCurve::CurveStyle style,
+                             QColor color)
+{
+    for (QwtPlotCurve* curve : curves(graph)) {
+        if (curve->style() == style && curve->pen().color() == color)
+            return curve;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class TestXGraphWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void startState();
+    void oneCoreForAll();
+    void pointsPerDistinctCore();
+    void pens();
+    void percentageLines();
+    void allCountsZero();
+    void labels();
+    void repeatedResults();
+    void nullResult();
+
+private:
+    XCsv* m_input = nullptr;
+    XGraphWidget* m_graph = nullptr;
+};
+
+void TestXGraphWidget::init()
+{
+    m_input = inputTable(30);
+    m_graph = new XGraphWidget;
+}
+
+void TestXGraphWidget::cleanup()
+{
+    delete m_graph;
+    m_graph = nullptr;
+    delete m_input;
+    m_input = nullptr;
+}
+
+void TestXGraphWidget::startState()
+{
+    QCOMPARE(m_graph->axisTitle(QwtPlot::xBottom).text(),
+             QStringLiteral("Size of the core (no. of accessions)"));
+    QCOMPARE(m_graph->axisTitle(QwtPlot::yLeft).text(),
+             QStringLiteral("Number of alleles/variants"));
+    QCOMPARE(m_graph->canvasBackground().color(), QColor(Qt::white));
+    QVERIFY(m_graph->itemList().isEmpty());
+}
+
+void TestXGraphWidget::oneCoreForAll()
+{
+    XResult result(entries([](int) { return 4; }, [](int) { return 12; }), m_input, nullptr);
+    m_graph->setResult(&result);
+    QwtPlotCurve* line = curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue);
+    QVERIFY(line);
+    QCOMPARE(int(line->dataSize()), 1);
+    QCOMPARE(line->sample(0), QPointF(4, 12));
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::VLine).size(), 1);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).size(), 10);
+    QCOMPARE(curves(*m_graph).size(), 3);
+}
+
+void TestXGraphWidget::pointsPerDistinctCore()
+{
+    // Sizes 1..10, each held by ten percentages.
+    XResult result(entries([](int p) { return (p + 9) / 10; }, [](int p) { return p; }), m_input,
+                   nullptr);
+    m_graph->setResult(&result);
+    QwtPlotCurve* line = curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue);
+    QwtPlotCurve* points = curveWithStyle(*m_graph, QwtPlotCurve::Dots, Qt::blue);
+    QVERIFY(line && points);
+    QCOMPARE(int(line->dataSize()), 10);
+    QCOMPARE(int(points->dataSize()), 10);
+    for (int i = 0; i < 10; ++i) {
+        // The first percentage of each core gives its count.
+        QCOMPARE(line->sample(i), QPointF(i + 1, 10 * i + 1));
+        QCOMPARE(points->sample(i), line->sample(i));
+    }
+    const QList<QwtPlotMarker*> sizes = markers(*m_graph, QwtPlotMarker::VLine);
+    QCOMPARE(sizes.size(), 10);
+    QCOMPARE(sizes.at(3)->xValue(), 4.0);
+}
+
+void TestXGraphWidget::pens()
+{
+    XResult result(entries([](int) { return 2; }, [](int) { return 5; }), m_input, nullptr);
+    m_graph->setResult(&result);
+    QwtPlotCurve* line = curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue);
+    QCOMPARE(line->pen().widthF(), 0.0);
+    QCOMPARE(line->pen().style(), Qt::SolidLine);
+    QCOMPARE(line->pen().capStyle(), Qt::SquareCap);
+    QCOMPARE(line->pen().joinStyle(), Qt::BevelJoin);
+    QVERIFY(line->testRenderHint(QwtPlotItem::RenderAntialiased));
+    QwtPlotCurve* points = curveWithStyle(*m_graph, QwtPlotCurve::Dots, Qt::blue);
+    QCOMPARE(points->pen().widthF(), 5.0);
+    QCOMPARE(points->pen().capStyle(), Qt::RoundCap);
+    QVERIFY(points->testRenderHint(QwtPlotItem::RenderAntialiased));
+    QwtPlotCurve* origin = curveWithStyle(*m_graph, QwtPlotCurve::Dots, Qt::white);
+    QVERIFY(origin);
+    QCOMPARE(int(origin->dataSize()), 1);
+    QCOMPARE(origin->sample(0), QPointF(0, 0));
+    const QPen percent = markers(*m_graph, QwtPlotMarker::HLine).first()->linePen();
+    QCOMPARE(percent.color(), QColor(Qt::red));
+    QCOMPARE(percent.widthF(), 1.0);
+    QCOMPARE(percent.style(), Qt::DotLine);
+    const QPen size = markers(*m_graph, QwtPlotMarker::VLine).first()->linePen();
+    QCOMPARE(size.color(), QColor(Qt::darkGreen));
+    QCOMPARE(size.style(), Qt::DotLine);
+    QCOMPARE(size.joinStyle(), Qt::BevelJoin);
+}
+
+void TestXGraphWidget::percentageLines()
+{
+    XResult result(entries([](int p) { return p / 20 + 1; }, [](int p) { return 3 * p; }), m_input,
+                   nullptr);
+    m_graph->setResult(&result);
+    // Cores of sizes 1..6; the last one (size 6) is held by 100 % alone, and
+    // its count is the largest on the curve.
+    const double largest = 3 * 100;
+    const QList<QwtPlotMarker*> lines = markers(*m_graph, QwtPlotMarker::HLine);
+    QCOMPARE(lines.size(), 10);
+    for (int i = 0; i < 10; ++i) {
+        QCOMPARE(lines.at(i)->yValue(), (i + 1) * 10 * (largest / 100.0));
+        QCOMPARE(lines.at(i)->label().text(), QStringLiteral("%1%").arg((i + 1) * 10));
+        QCOMPARE(lines.at(i)->labelAlignment(), Qt::AlignRight | Qt::AlignBottom);
+    }
+}
+
+void TestXGraphWidget::allCountsZero()
+{
+    XResult result(entries([](int p) { return p / 30 + 1; }, [](int) { return 0; }), m_input,
+                   nullptr);
+    m_graph->setResult(&result);
+    for (QwtPlotMarker* line : markers(*m_graph, QwtPlotMarker::HLine))
+        QCOMPARE(line->yValue(), 0.0);
+}
+
+void TestXGraphWidget::labels()
+{
+    XResult result(entries([](int) { return 10; }, [](int) { return 7; }), m_input, nullptr);
+    QCOMPARE(result.csv(1)->rows(), 11);
+    m_graph->setResult(&result);
+    QwtPlotMarker* size = markers(*m_graph, QwtPlotMarker::VLine).first();
+    QCOMPARE(size->label().text(), QStringLiteral("10"));
+    QCOMPARE(size->labelAlignment(), Qt::AlignRight | Qt::AlignBottom);
+    QCOMPARE(size->xValue(), 10.0);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).last()->label().text(),
+             QStringLiteral("100%"));
+}
+
+void TestXGraphWidget::repeatedResults()
+{
+    XResult first(entries([](int p) { return p / 10 + 1; }, [](int p) { return p; }), m_input,
+                  nullptr);
+    XResult second(entries([](int p) { return p / 50 + 1; }, [](int p) { return p; }), m_input,
+                   nullptr);
+    m_graph->setResult(&first);
+    m_graph->setResult(&second);
+    m_graph->setResult(&second);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::VLine).size(), 3);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).size(), 10);
+    // One line and one point curve, and one invisible origin point per call.
+    QCOMPARE(curves(*m_graph).size(), 2 + 3);
+    QCOMPARE(int(curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue)->dataSize()), 3);
+}
+
+void TestXGraphWidget::nullResult()
+{
+    m_graph->setResult(nullptr);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::VLine).size(), 0);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).size(), 10);
+    QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).last()->yValue(), 0.0);
+}
+
+QTEST_MAIN(TestXGraphWidget)
+#include "tst_xgraphwidget.moc"

@@ -1,0 +1,87 @@
+#include "XSample.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QtTest>
+
+class TestXSample : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void layout();
+    void closeButtonEndsDialog();
+    void windowCloseEndsDialog();
+    void missingPicturesLeaveLabelsEmpty();
+
+private:
+    XSample* m_dialog = nullptr;
+};
+
+void TestXSample::init()
+{
+    m_dialog = new XSample;
+}
+
+void TestXSample::cleanup()
+{
+    delete m_dialog;
+    m_dialog = nullptr;
+}
+
+void TestXSample::layout()
+{
+    auto* layout = qobject_cast<QVBoxLayout*>(m_dialog->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->count(), 9);
+    const QStringList texts = {"<b>Rows</b>: Accessions",
+                               "<b>Columns</b>: Microsatellite markers",
+                               "",
+                               "Comma-separated values (<b>.csv</b>) file",
+                               "",
+                               "",
+                               "Microsoft Excel (<b>.xls</b>) file",
+                               ""};
+    for (int i = 0; i < 8; ++i) {
+        auto* label = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+        QVERIFY2(label, qPrintable(QString::number(i)));
+        QCOMPARE(label->text(), texts.at(i));
+    }
+    auto* close = qobject_cast<QPushButton*>(layout->itemAt(8)->widget());
+    QVERIFY(close);
+    QCOMPARE(close->text(), QStringLiteral("Close"));
+    QCOMPARE(m_dialog->windowTitle(), QString());
+}
+
+void TestXSample::closeButtonEndsDialog()
+{
+    auto* close = qobject_cast<QPushButton*>(m_dialog->layout()->itemAt(8)->widget());
+    QTimer::singleShot(0, close, [close] { QTest::mouseClick(close, Qt::LeftButton); });
+    QCOMPARE(m_dialog->exec(), int(QDialog::Rejected));
+    QVERIFY(!m_dialog->isVisible());
+}
+
+void TestXSample::windowCloseEndsDialog()
+{
+    QTimer::singleShot(0, m_dialog, [this] { m_dialog->close(); });
+    QCOMPARE(m_dialog->exec(), int(QDialog::Rejected));
+    QVERIFY(!m_dialog->isVisible());
+}
+
+void TestXSample::missingPicturesLeaveLabelsEmpty()
+{
+    // This test links no resources, so both pictures are missing.
+    auto* layout = m_dialog->layout();
+    for (int i : {4, 7}) {
+        auto* picture = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+        QVERIFY(picture);
+        QVERIFY(picture->pixmap(Qt::ReturnByValue).isNull());
+    }
+}
+
+QTEST_MAIN(TestXSample)
+#include "tst_xsample.moc"
