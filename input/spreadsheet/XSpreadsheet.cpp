@@ -1,6 +1,8 @@
 #include "XSpreadsheet.h"
 
 #include "XCsv.h"
+#include "XWorkbookReader.h"
+#include "XWorkbookWriter.h"
 
 #include <QCoreApplication>
 #include <QSaveFile>
@@ -30,14 +32,15 @@ QString XSpreadsheet::wrongSuffixMessage()
                                        "The file you selected is not a .csv or a .xls file.");
 }
 
+QString XSpreadsheet::parseErrorMessage(int row, int column)
+{
+    return XWorkbookReader::parseErrorMessage(row, column);
+}
+
 XCsv* XSpreadsheet::read(QString const& fileName, QString* error)
 {
-    if (fileName.endsWith(xlsSuffix)) {
-        // The workbook reader arrives with the .xls support.
-        if (error)
-            *error = QStringLiteral("Error while parsing the .xls file: workbooks cannot be read yet.");
-        return nullptr;
-    }
+    if (fileName.endsWith(xlsSuffix))
+        return XWorkbookReader::read(fileName, error);
     if (fileName.endsWith(csvSuffix))
         return new XCsv(fileName, nullptr);
     if (error)
@@ -47,5 +50,7 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error)
 
 bool XSpreadsheet::write(XCsv const& table, QString const& fileName)
 {
+    if (fileName.endsWith(xlsSuffix))
+        return XWorkbookWriter::write(table, fileName);
     return writeCsv(table, fileName);
 }

@@ -18,4 +18,8 @@ public:
     static bool write(XCsv const& table, QString const& fileName);
 
     static QString wrongSuffixMessage();
+    // "Error while parsing the .xls file: cell at row r and column c ..."
+    // for the zero-based position of the first cell that is neither text
+    // nor a whole number.
+    static QString parseErrorMessage(int row, int column);
 };

@@ -1,0 +1,530 @@
+#include "CellText.h"
+#include "RandomTable.h"
+#include "XBiffWriter.h"
+#include "XCsv.h"
+#include "XSpreadsheet.h"
+#include "XWorkbookWriter.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <freexl.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace {
+
+const QString wrongSuffix = QStringLiteral("The file you selected is not a .csv or a .xls file.");
+const QString parsePrefix = QStringLiteral("Error while parsing the .xls file:");
+
+// A cell of a workbook as another reader sees it: "int:7", "double:1.5",
+// "text:a", "null".
+QString rawCell(FreeXL_CellValue const& v)
+{
+    switch (v.type) {
+    case FREEXL_CELL_INT:
+        return QStringLiteral("int:%1").arg(v.value.int_value);
+    case FREEXL_CELL_DOUBLE:
+        return QStringLiteral("double:%1").arg(v.value.double_value);
+    case FREEXL_CELL_TEXT:
+    case FREEXL_CELL_SST_TEXT:
+        return QStringLiteral("text:") + QString::fromUtf8(v.value.text_value);
+    case FREEXL_CELL_NULL:
+        return QStringLiteral("null");
+    default:
+        return QStringLiteral("other");
+    }
+}
+
+struct RawWorkbook
+{
+    unsigned sheets = 0;
+    QList<QStringList> firstSheet;
+    QList<QPair<unsigned, unsigned>> dimensions;
+};
+
+// Reads a workbook directly, independently of the layer under test.
+bool readRaw(QString const& fileName, RawWorkbook* book)
+{
+    void const* handle = nullptr;
+    const bool opened = freexl_open(QFile::encodeName(fileName).constData(), &handle) == FREEXL_OK;
+    bool ok =
+        opened && freexl_get_info(handle, FREEXL_BIFF_SHEET_COUNT, &book->sheets) == FREEXL_OK;
+    for (unsigned s = 0; ok && s < book->sheets; ++s) {
+        unsigned rows = 0;
+        unsigned short columns = 0;
+        ok = freexl_select_active_worksheet(handle, (unsigned short)s) == FREEXL_OK &&
+             freexl_worksheet_dimensions(handle, &rows, &columns) == FREEXL_OK;
+        book->dimensions << qMakePair(rows, unsigned(columns));
+        for (unsigned r = 0; ok && s == 0 && r < rows; ++r) {
+            QStringList row;
+            for (unsigned short c = 0; c < columns; ++c) {
+                FreeXL_CellValue v;
+                ok = ok && freexl_get_cell_value(handle, r, c, &v) == FREEXL_OK;
+                row << rawCell(v);
+            }
+            book->firstSheet << row;
+        }
+    }
+    if (handle)
+        freexl_close(handle);
+    return ok;
+}
+
+} // namespace
+
+class TestXSpreadsheet : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void refusedSuffixes_data();
+    void refusedSuffixes();
+    void csvSuffixGoesToTextReader();
+    void missingCsvReadAsText();
+    void workbookReadCellForCell();
+    void parseError_data();
+    void parseError();
+    void parseErrorMessageText();
+    void wholeDoublesBecomeInts();
+    void unreadableWorkbooks_data();
+    void unreadableWorkbooks();
+    void emptyFirstWorksheet();
+    void writeThreeSheets();
+    void writeIntegerLookingTextsAsNumbers();
+    void writeEmptyAndOtherCells();
+    void writeShortRow();
+    void writeCsvForOtherNames_data();
+    void writeCsvForOtherNames();
+    void writeUnicodeTexts();
+    void unicodeFileName();
+    void failedWriteKeepsExistingFile_data();
+    void failedWriteKeepsExistingFile();
+    void writeToMissingFolderFails();
+    void roundTripRandom_data();
+    void roundTripRandom();
+    void roundTripExample();
+
+private:
+    QString path(QString const& name) const { return m_dir->filePath(name); }
+    QString writeBytes(QString const& name, QByteArray const& bytes) const;
+    QString writeWorkbook(QString const& name, XBiffWriter const& book) const;
+    QTemporaryDir* m_dir = nullptr;
+};
+
+void TestXSpreadsheet::init()
+{
+    m_dir = new QTemporaryDir;
+    QVERIFY(m_dir->isValid());
+}
+
+void TestXSpreadsheet::cleanup()
+{
+    delete m_dir;
+    m_dir = nullptr;
+}
+
+QString TestXSpreadsheet::writeBytes(QString const& name, QByteArray const& bytes) const
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return QString();
+    return file.fileName();
+}
+
+QString TestXSpreadsheet::writeWorkbook(QString const& name, XBiffWriter const& book) const
+{
+    return writeBytes(name, XWorkbookWriter::compoundDocument(book.workbook()));
+}
+
+void TestXSpreadsheet::refusedSuffixes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("upper XLS") << "input.XLS";
+    QTest::newRow("mixed Xls") << "input.Xls";
+    QTest::newRow("mixed Csv") << "data.Csv";
+    QTest::newRow("upper CSV") << "data.CSV";
+    QTest::newRow("txt") << "data.txt";
+    QTest::newRow("xlsx") << "data.xlsx";
+    QTest::newRow("xls then more") << "data.xls.bak";
+    QTest::newRow("no suffix") << "data";
+    QTest::newRow("empty") << "";
+}
+
+void TestXSpreadsheet::refusedSuffixes()
+{
+    QFETCH(QString, name);
+    // The file exists and holds a valid table: only the name decides.
+    const QString fileName = name.isEmpty() ? QString() : path(name);
+    if (!fileName.isEmpty())
+        QVERIFY(!writeBytes(name, "Name,M1\nAcc1,2\n").isEmpty());
+
+    QString error = QStringLiteral("untouched");
+    std::unique_ptr<XCsv> read(XSpreadsheet::read(fileName, &error));
+    QVERIFY(!read);
+    QCOMPARE(error, wrongSuffix);
+}
+
+void TestXSpreadsheet::csvSuffixGoesToTextReader()
+{
+    QVERIFY(!writeBytes(QStringLiteral("input.csv"), "Name,M1\nAcc1,12\nAcc2,*\n").isEmpty());
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(path(QStringLiteral("input.csv")), &error));
+    QVERIFY(table);
+    QVERIFY(error.isEmpty());
+    QCOMPARE(gridText(*table), QStringList({"s:Name|s:M1", "s:Acc1|i:12", "s:Acc2|s:*"}));
+    QCOMPARE(table->parent(), nullptr);
+}
+
+void TestXSpreadsheet::missingCsvReadAsText()
+{
+    // What the text reader makes of a missing file (its name taken as the
+    // text itself) is returned unchecked.
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(path(QStringLiteral("missing.csv")), &error));
+    QVERIFY(table);
+    QCOMPARE(table->rows(), 1);
+    QCOMPARE(gridText(*table), QStringList({QStringLiteral("s:") + path("missing.csv")}));
+}
+
+void TestXSpreadsheet::workbookReadCellForCell()
+{
+    XBiffWriter book;
+    const QStringList header{"Name", "M1", "M1", "M2"};
+    for (int c = 0; c < header.size(); ++c)
+        QVERIFY(book.setText(0, c, header.at(c)));
+    QVERIFY(book.setText(1, 0, "Acc1"));
+    QVERIFY(book.setNumber(1, 1, 120));
+    QVERIFY(book.setText(1, 2, "*"));
+    QVERIFY(book.setNumber(1, 3, -4));
+    QVERIFY(book.setText(2, 0, "Acc2"));
+    QVERIFY(book.setText(2, 1, "12")); // digits stored as text stay text
+    QVERIFY(book.setNumber(2, 2, 0));
+    // (2, 3) left out: an empty cell
+    const QString fileName = writeWorkbook(QStringLiteral("input.xls"), book);
+
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(table, qPrintable(error));
+    QCOMPARE(table->parent(), nullptr);
+    QCOMPARE(table->rows(), 3);
+    QCOMPARE(table->columns(), 4);
+    QCOMPARE(gridText(*table),
+             QStringList({"s:Name|s:M1|s:M1|s:M2", "s:Acc1|i:120|s:*|i:-4", "s:Acc2|s:12|i:0|s:"}));
+}
+
+void TestXSpreadsheet::parseError_data()
+{
+    QTest::addColumn<QList<QPoint>>("badCells"); // x = column, y = row
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    QTest::newRow("fraction") << QList<QPoint>{{2, 1}} << 1.5 << 1 << 2;
+    QTest::newRow("corner") << QList<QPoint>{{0, 0}} << 0.5 << 0 << 0;
+    QTest::newRow("header") << QList<QPoint>{{3, 0}} << -2.25 << 0 << 3;
+    QTest::newRow("label") << QList<QPoint>{{0, 2}} << 7.1 << 2 << 0;
+    QTest::newRow("last cell") << QList<QPoint>{{3, 2}} << 1e-9 << 2 << 3;
+    QTest::newRow("above int range") << QList<QPoint>{{1, 1}} << 2147483648.0 << 1 << 1;
+    QTest::newRow("below int range") << QList<QPoint>{{1, 2}} << -2147483649.0 << 2 << 1;
+    QTest::newRow("huge") << QList<QPoint>{{2, 2}} << 1e300 << 2 << 2;
+    QTest::newRow("nan") << QList<QPoint>{{1, 1}} << nan << 1 << 1;
+    QTest::newRow("infinity") << QList<QPoint>{{2, 1}} << inf << 1 << 2;
+    QTest::newRow("first in row order") << QList<QPoint>{{1, 2}, {3, 1}, {0, 2}} << 0.5 << 1 << 3;
+    QTest::newRow("same row, leftmost") << QList<QPoint>{{3, 1}, {2, 1}} << 0.5 << 1 << 2;
+}
+
+void TestXSpreadsheet::parseError()
+{
+    QFETCH(QList<QPoint>, badCells);
+    QFETCH(double, value);
+    QFETCH(int, row);
+    QFETCH(int, column);
+
+    XBiffWriter book;
+    for (int r = 0; r < 3; ++r) {
+        for (int c = 0; c < 4; ++c) {
+            if (badCells.contains(QPoint(c, r)))
+                QVERIFY(book.setNumber(r, c, value));
+            else if (r == 0 || c == 0)
+                QVERIFY(book.setText(r, c, QStringLiteral("t%1%2").arg(r).arg(c)));
+            else
+                QVERIFY(book.setNumber(r, c, r * 10 + c));
+        }
+    }
+    const QString fileName = writeWorkbook(QStringLiteral("bad.xls"), book);
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY(!table);
+    QCOMPARE(error, XSpreadsheet::parseErrorMessage(row, column));
+}
+
+void TestXSpreadsheet::parseErrorMessageText()
+{
+    QCOMPARE(XSpreadsheet::parseErrorMessage(0, 12),
+             QStringLiteral("Error while parsing the .xls file: cell at row 0 and column 12 does "
+                            "not appear to be a valid string or number."));
+    QCOMPARE(XSpreadsheet::parseErrorMessage(1234, 5),
+             QStringLiteral("Error while parsing the .xls file: cell at row 1234 and column 5 "
+                            "does not appear to be a valid string or number."));
+}
+
+void TestXSpreadsheet::wholeDoublesBecomeInts()
+{
+    XBiffWriter book;
+    QVERIFY(book.setNumber(0, 0, 2147483647.0));
+    QVERIFY(book.setNumber(0, 1, -2147483648.0));
+    QVERIFY(book.setNumber(0, 2, 1e9));
+    QVERIFY(book.setNumber(0, 3, -0.0));
+    QVERIFY(book.setNumber(0, 4, 3.0));
+    const QString fileName = writeWorkbook(QStringLiteral("doubles.xls"), book);
+    RawWorkbook raw;
+    QVERIFY(readRaw(fileName, &raw));
+    QCOMPARE(raw.firstSheet.value(0).value(0), QStringLiteral("double:2.14748e+09"));
+
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(table, qPrintable(error));
+    QCOMPARE(gridText(*table), QStringList({"i:2147483647|i:-2147483648|i:1000000000|i:0|i:3"}));
+}
+
+void TestXSpreadsheet::unreadableWorkbooks_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("create");
+    QTest::newRow("missing file") << QByteArray() << false;
+    QTest::newRow("empty file") << QByteArray() << true;
+    QTest::newRow("comma-separated text") << QByteArray("Name,M1\nAcc1,2\n") << true;
+    QTest::newRow("compound document without workbook")
+        << XWorkbookWriter::compoundDocument(QByteArray()) << true;
+    QTest::newRow("workbook stream of garbage")
+        << XWorkbookWriter::compoundDocument(QByteArray(600, 'x')) << true;
+    XBiffWriter book;
+    book.setText(0, 0, "x");
+    QTest::newRow("truncated") << XWorkbookWriter::compoundDocument(book.workbook()).left(700)
+                               << true;
+}
+
+void TestXSpreadsheet::unreadableWorkbooks()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, create);
+    const QString fileName = path(QStringLiteral("broken.xls"));
+    if (create)
+        QVERIFY(!writeBytes(QStringLiteral("broken.xls"), content).isEmpty());
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY(!table);
+    QVERIFY2(error.startsWith(parsePrefix + QLatin1Char(' ')), qPrintable(error));
+    QVERIFY(error.size() > parsePrefix.size() + 10);
+}
+
+void TestXSpreadsheet::emptyFirstWorksheet()
+{
+    XBiffWriter book;
+    const QString fileName = writeWorkbook(QStringLiteral("empty.xls"), book);
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY(!table);
+    QCOMPARE(error,
+             QStringLiteral("Error while parsing the .xls file: the first worksheet is empty."));
+}
+
+void TestXSpreadsheet::writeThreeSheets()
+{
+    XCsv table;
+    const QString fileName = path(QStringLiteral("out.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    RawWorkbook raw;
+    QVERIFY(readRaw(fileName, &raw));
+    QCOMPARE(raw.sheets, 3u);
+    QCOMPARE(raw.dimensions.value(0), qMakePair(3u, 3u));
+    QCOMPARE(raw.dimensions.value(1), qMakePair(0u, 0u));
+    QCOMPARE(raw.dimensions.value(2), qMakePair(0u, 0u));
+    // The default table's cells are all text; "1".."4" read as whole numbers.
+    QCOMPARE(raw.firstSheet, QList<QStringList>({{"text:Name", "text:H1", "text:H2"},
+                                                 {"text:Accession1", "int:1", "int:2"},
+                                                 {"text:Accession2", "int:3", "int:4"}}));
+}
+
+void TestXSpreadsheet::writeIntegerLookingTextsAsNumbers()
+{
+    XCsv table(XCsv::Grid{{"12", "007", "+5", "-0"},
+                          {"*", " 7", "7 ", "1.5"},
+                          {"2147483648", "-2147483648", 42, "x7"}});
+    const QString fileName = path(QStringLiteral("numbers.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    RawWorkbook raw;
+    QVERIFY(readRaw(fileName, &raw));
+    QCOMPARE(raw.firstSheet,
+             QList<QStringList>({{"int:12", "int:7", "int:5", "int:0"},
+                                 {"text:*", "text: 7", "text:7 ", "text:1.5"},
+                                 {"text:2147483648", "double:-2.14748e+09", "int:42", "text:x7"}}));
+
+    QString error;
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(gridText(*back), QStringList({"i:12|i:7|i:5|i:0", "s:*|s: 7|s:7 |s:1.5",
+                                           "s:2147483648|i:-2147483648|i:42|s:x7"}));
+}
+
+void TestXSpreadsheet::writeEmptyAndOtherCells()
+{
+    XCsv table(XCsv::Grid{{"Name", QVariant(), QString()}, {QVariant(true), 2.5, QVariant(9LL)}});
+    const QString fileName = path(QStringLiteral("other.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    QString error;
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(gridText(*back), QStringList({"s:Name|s:|s:", "s:true|s:2.5|i:9"}));
+}
+
+void TestXSpreadsheet::writeShortRow()
+{
+    // Cells a row lacks are left out of the sheet and read back empty.
+    XCsv table(XCsv::Grid{{"Name", "M1", "M2"}, {"Acc1", 1}});
+    const QString fileName = path(QStringLiteral("short.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, nullptr));
+    QVERIFY(back);
+    QCOMPARE(gridText(*back), QStringList({"s:Name|s:M1|s:M2", "s:Acc1|i:1|s:"}));
+}
+
+void TestXSpreadsheet::writeCsvForOtherNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("csv") << "out.csv";
+    QTest::newRow("txt") << "out.txt";
+    QTest::newRow("no suffix") << "out";
+    QTest::newRow("upper XLS") << "out.XLS";
+    QTest::newRow("xlsx") << "out.xlsx";
+}
+
+void TestXSpreadsheet::writeCsvForOtherNames()
+{
+    QFETCH(QString, name);
+    XCsv table(XCsv::Grid{{"Name", "M1"}, {"Acc1", 12}, {"Acc2", "*"}});
+    QVERIFY(XSpreadsheet::write(table, path(name)));
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("\"Name\",\"M1\"\n\"Acc1\",12\n\"Acc2\",\"*\"\n"));
+}
+
+void TestXSpreadsheet::writeUnicodeTexts()
+{
+    const QStringList texts{"é",
+                            "ÿ",
+                            "Ω",
+                            "日本",
+                            QString::fromUtf8("\xF0\x9F\x8C\xB1"),
+                            QString(9000, QChar(0xE9)),
+                            QString(5000, QChar(0x3A9))};
+    XCsv::Row row;
+    for (QString const& t : texts)
+        row << t;
+    XCsv table(XCsv::Grid{row, row});
+    const QString fileName = path(QStringLiteral("unicode.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, nullptr));
+    QVERIFY(back);
+    QCOMPARE(back->data(), table.data());
+    QCOMPARE(gridText(*back), gridText(table));
+}
+
+void TestXSpreadsheet::unicodeFileName()
+{
+    const QString fileName = path(QStringLiteral("données_日本 Ω.xls"));
+    XCsv table(XCsv::Grid{{"Name", "M1"}, {"Acc1", 3}});
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    QVERIFY(QFile::exists(fileName));
+    QString error;
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(gridText(*back), QStringList({"s:Name|s:M1", "s:Acc1|i:3"}));
+}
+
+void TestXSpreadsheet::failedWriteKeepsExistingFile_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("textLength");
+    QTest::newRow("too many columns") << 2 << 257 << 1;
+    QTest::newRow("too many rows") << 65537 << 1 << 1;
+    QTest::newRow("text too long") << 1 << 1 << 32768;
+}
+
+void TestXSpreadsheet::failedWriteKeepsExistingFile()
+{
+    QFETCH(int, rows);
+    QFETCH(int, columns);
+    QFETCH(int, textLength);
+    XCsv::Grid grid;
+    for (int r = 0; r < rows; ++r)
+        grid << XCsv::Row();
+    for (XCsv::Row& row : grid)
+        for (int c = 0; c < columns; ++c)
+            row << QString(textLength, QLatin1Char('a'));
+    XCsv table(grid);
+
+    const QByteArray before("previous content\n");
+    const QString fileName = writeBytes(QStringLiteral("keep.xls"), before);
+    QVERIFY(!fileName.isEmpty());
+    QVERIFY(!XSpreadsheet::write(table, fileName));
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), before);
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList({"keep.xls"}));
+}
+
+void TestXSpreadsheet::writeToMissingFolderFails()
+{
+    XCsv table;
+    QVERIFY(!XSpreadsheet::write(table, path(QStringLiteral("no/such/out.xls"))));
+    QVERIFY(!XSpreadsheet::write(table, path(QStringLiteral("no/such/out.csv"))));
+}
+
+void TestXSpreadsheet::roundTripRandom_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 12; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+void TestXSpreadsheet::roundTripRandom()
+{
+    QFETCH(quint32, seed);
+    RandomTableOptions options;
+    options.maxRows = 300;
+    options.maxColumns = 60;
+    options.maxAllele = 100000;
+    XCsv table(randomGrid(seed, options));
+    const QString fileName = path(QStringLiteral("round.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    QString error;
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(back->columns(), table.columns());
+    QCOMPARE(gridText(*back), gridText(table));
+}
+
+void TestXSpreadsheet::roundTripExample()
+{
+    std::unique_ptr<XCsv> input(
+        XSpreadsheet::read(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"), nullptr));
+    QVERIFY(input);
+    QCOMPARE(input->rows(), 705);
+    const QString fileName = path(QStringLiteral("microbov.xls"));
+    QVERIFY(XSpreadsheet::write(*input, fileName));
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, nullptr));
+    QVERIFY(back);
+    QCOMPARE(gridText(*back), gridText(*input));
+}
+
+QTEST_GUILESS_MAIN(TestXSpreadsheet)
+#include "tst_xspreadsheet.moc"
