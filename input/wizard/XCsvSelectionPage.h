@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QWizardPage>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class XCsv;
+class XCsvTableModel;
+
+// Reads the input table and, optionally, a starting collection from files,
+// and lets the user repair them in the table editor. Owns both tables until
+// the wizard hands them on.
+class XCsvSelectionPage : public QWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit XCsvSelectionPage(QWidget* parent = nullptr);
+    ~XCsvSelectionPage() override;
+
+    int nextId() const override { return 3; }
+    void initializePage() override;
+    bool isComplete() const override;
+
+    XCsv* csv() const { return m_csv; }
+    XCsv* src() const { return m_src; }
+    // Hand the tables over: the page forgets them without deleting them.
+    XCsv* takeCsv();
+    XCsv* takeSrc();
+
+    // Reads a table by suffix; on failure shows why and returns null.
+    XCsv* parseFile(QString const& fileName) const;
+
+public slots:
+    void csvBrowseButtonClicked();
+    void csvEditButtonClicked();
+    void srcCheckboxToggled(bool checked);
+    void srcBrowseButtonClicked();
+    void srcEditButtonClicked();
+
+private:
+    void switchState(QLabel* label, QPushButton* editButton, bool const& hasErrors);
+    void switchSrcSection(bool const& on);
+    // Asks for a file and reads it; null when cancelled or unreadable.
+    XCsv* browse(QString& fileName);
+    void dropCsv();
+    void dropSrc();
+
+    XCsv* m_csv = nullptr;
+    XCsv* m_src = nullptr;
+    XCsvTableModel* m_csvModel = nullptr;
+    XCsvTableModel* m_srcModel = nullptr;
+    QLineEdit* m_csvFile;
+    QPushButton* m_csvBrowse;
+    QLabel* m_csvStatus;
+    QPushButton* m_csvEdit;
+    QCheckBox* m_srcCheckbox;
+    QLineEdit* m_srcFile;
+    QPushButton* m_srcBrowse;
+    QLabel* m_srcStatus;
+    QPushButton* m_srcEdit;
+};

@@ -1,0 +1,25 @@
+#include "XFirstPage.h"
+
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+XFirstPage::XFirstPage(QWidget* parent)
+    : QWizardPage(parent), m_file(new QRadioButton(tr("Input from an existing file"), this)),
+      m_manual(new QRadioButton(tr("Input data manually"), this))
+{
+    setTitle(tr("Start"));
+    setSubTitle(tr("Select the action you want to perform"));
+    m_file->setChecked(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_file);
+    layout->addWidget(m_manual);
+    registerField(QStringLiteral("file"), m_file);
+    registerField(QStringLiteral("manual"), m_manual);
+}
+
+int XFirstPage::nextId() const
+{
+    if (m_file->isChecked())
+        return 1;
+    return m_manual->isChecked() ? 2 : 0;
+}

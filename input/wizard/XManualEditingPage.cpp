@@ -1,0 +1,126 @@
+#include "XManualEditingPage.h"
+
+#include "TableStatus.h"
+#include "XCsv.h"
+#include "XCsvTableModel.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+XManualEditingPage::XManualEditingPage(QWidget* parent)
+    : QWizardPage(parent), m_rows(new QSpinBox(this)), m_columns(new QSpinBox(this)),
+      m_fill(new QLineEdit(this)),
+      m_hint(new QLabel(tr("Click on the button to create a table using the values above."), this)),
+      m_create(new QPushButton(tr("Create"), this)), m_status(new QLabel(this)),
+      m_edit(new QPushButton(tr("Edit"), this))
+{
+    setTitle(tr("Manual editing"));
+    setSubTitle(tr("Create and edit a new table"));
+    m_rows->setMinimum(1);
+    m_columns->setMinimum(1);
+    m_status->setWordWrap(true);
+
+    auto* inputs = new QGridLayout;
+    inputs->addWidget(new QLabel(tr("Rows"), this), 0, 0);
+    inputs->addWidget(m_rows, 0, 1);
+    inputs->addWidget(new QLabel(tr("Columns"), this), 1, 0);
+    inputs->addWidget(m_columns, 1, 1);
+    inputs->addWidget(new QLabel(tr("Fill character"), this), 2, 0);
+    inputs->addWidget(m_fill, 2, 1);
+    auto* create = new QHBoxLayout;
+    create->addWidget(m_hint, 1);
+    create->addWidget(m_create);
+    auto* status = new QHBoxLayout;
+    status->addWidget(m_status, 1);
+    status->addWidget(m_edit);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(inputs);
+    layout->addLayout(create);
+    layout->addLayout(status);
+    layout->addStretch(1);
+
+    connect(m_create, &QPushButton::clicked, this, &XManualEditingPage::createButtonClicked);
+    connect(m_edit, &QPushButton::clicked, this, &XManualEditingPage::editButtonClicked);
+}
+
+XManualEditingPage::~XManualEditingPage()
+{
+    dropCsv();
+}
+
+void XManualEditingPage::dropCsv()
+{
+    delete m_model;
+    delete m_csv;
+    m_model = nullptr;
+    m_csv = nullptr;
+}
+
+XCsv* XManualEditingPage::takeCsv()
+{
+    XCsv* csv = m_csv;
+    m_csv = nullptr;
+    return csv;
+}
+
+void XManualEditingPage::initializePage()
+{
+    dropCsv();
+    m_rows->setValue(10);
+    m_columns->setValue(10);
+    m_fill->setText(QStringLiteral("*"));
+    m_hint->show();
+    m_create->show();
+    m_status->hide();
+    m_edit->hide();
+}
+
+bool XManualEditingPage::isComplete() const
+{
+    return m_csv && m_model && !m_model->hasErrors();
+}
+
+void XManualEditingPage::createButtonClicked()
+{
+    // The fill text goes in exactly as typed: empty or long texts included.
+    const QString fill = m_fill->text();
+    const int rows = m_rows->value();
+    const int columns = m_columns->value();
+    XCsv::Grid grid;
+    XCsv::Row header{QStringLiteral("Name")};
+    for (int c = 1; c <= columns; ++c)
+        header << QStringLiteral("Column %1").arg(c);
+    grid << header;
+    for (int r = 1; r <= rows; ++r) {
+        XCsv::Row row{QStringLiteral("Row %1").arg(r)};
+        for (int c = 1; c <= columns; ++c)
+            row << fill;
+        grid << row;
+    }
+    dropCsv();
+    m_csv = new XCsv(grid, nullptr);
+    m_model = new XCsvTableModel(m_csv, true, this);
+    m_hint->hide();
+    m_create->hide();
+    switchState(m_model->hasErrors());
+    editButtonClicked();
+}
+
+void XManualEditingPage::editButtonClicked()
+{
+    if (!m_csv)
+        return;
+    TableStatus::edit(m_csv, m_model);
+    switchState(m_model->hasErrors());
+}
+
+void XManualEditingPage::switchState(bool const& hasErrors)
+{
+    TableStatus::show(m_status, m_edit, hasErrors);
+    emit completeChanged();
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWizard>
+
+class XCsv;
+class XCsvSelectionPage;
+class XManualEditingPage;
+
+// Collects an analysis: the input table (from a file or built by hand), an
+// optional starting collection, iterations and seed. On acceptance the
+// tables pass to whoever receives finished(XCsv*, XCsv*, int, int).
+class XWizard : public QWizard
+{
+    Q_OBJECT
+
+public:
+    enum PageId { FirstPage = 0, SelectionPage = 1, ManualPage = 2, SettingsPage = 3 };
+
+    explicit XWizard(QWidget* parent = nullptr);
+
+signals:
+    void finished(XCsv* csv, XCsv* src, int iterations, int seed);
+
+public slots:
+    void finished(int result);
+
+private:
+    XCsvSelectionPage* m_selection;
+    XManualEditingPage* m_manual;
+};

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "ModalDialogs.h"
+#include "XCsvEditor.h"
+#include "XCsvTableWidget.h"
+#include "XFileDialog.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemModel>
+#include <QFile>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QWizard>
+
+#include <tuple>
+
+// The file dialog answers with this name; the filter it was asked with is kept.
+inline void answerOpenDialog(QString const& fileName, QString* filterSeen = nullptr)
+{
+    XFileDialog::setOpenHook([fileName, filterSeen](QWidget*, QString const& filter) {
+        if (filterSeen)
+            *filterSeen = filter;
+        return fileName;
+    });
+}
+
+inline bool writeText(QString const& path, QByteArray const& text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+inline QWidget* gridWidget(QWidget* page, int row, int column)
+{
+    auto* grid = qobject_cast<QGridLayout*>(page->layout());
+    QLayoutItem* item = grid ? grid->itemAtPosition(row, column) : nullptr;
+    return item ? item->widget() : nullptr;
+}
+
+// In the editor that just opened: set model cells (row, column, text), close.
+using CellEdit = std::tuple<int, int, QString>;
+inline std::function<void(QWidget*)> editorEdits(QList<CellEdit> edits, bool* seen = nullptr)
+{
+    return [edits, seen](QWidget* modal) {
+        auto* editor = qobject_cast<XCsvEditor*>(modal);
+        if (seen)
+            *seen = editor != nullptr;
+        if (!editor) {
+            modal->close();
+            return;
+        }
+        QAbstractItemModel* model = editor->findChild<XCsvTableWidget*>()->model();
+        for (auto const& [row, column, text] : edits)
+            model->setData(model->index(row, column), text, Qt::EditRole);
+        editor->close();
+    };
+}
+
+// Closes the message box that just opened and keeps its title and text.
+inline std::function<void(QWidget*)> messageBoxSeen(QString* title, QString* text)
+{
+    return [title, text](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (box) {
+            *title = box->windowTitle();
+            *text = box->text();
+            box->accept();
+        } else {
+            modal->close();
+        }
+    };
+}
+
+// Lets pending layouts run first: a button shown a moment ago has no size
+// yet, and a click on an empty button does nothing.
+inline void clickButton(QAbstractButton* button)
+{
+    QApplication::processEvents();
+    QTest::mouseClick(button, Qt::LeftButton);
+}

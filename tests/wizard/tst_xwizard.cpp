@@ -1,0 +1,346 @@
+#include "CellText.h"
+#include "WizardTesting.h"
+#include "XCsv.h"
+#include "XCsvSelectionPage.h"
+#include "XManualEditingPage.h"
+#include "XWizard.h"
+
+#include <QCheckBox>
+#include <QPointer>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QtTest>
+
+namespace {
+
+struct Received
+{
+    int calls = 0;
+    XCsv* csv = nullptr;
+    XCsv* src = nullptr;
+    int iterations = -1;
+    int seed = -1;
+};
+
+} // namespace
+
+class TestXWizard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void pages_data();
+    void pages();
+    void firstPage();
+    void pageOrder();
+    void settingsPage();
+    void backResetsSettings();
+    void finishDisabledAtZeroIterations();
+    void finishFromFile();
+    void finishFromFileWithStart();
+    void finishManual();
+    void finishFileDropsManualTable();
+    void cancelDeletesTables();
+    void rejectAfterManualDeletesTable();
+
+private:
+    void connectReceiver();
+    void loadInput(QString const& fileName);
+    QSpinBox* iterations();
+    QSpinBox* seed();
+
+    XWizard* m_wizard = nullptr;
+    Received m_received;
+};
+
+void TestXWizard::init()
+{
+    m_wizard = new XWizard;
+    m_received = Received();
+    connectReceiver();
+    m_wizard->show();
+}
+
+void TestXWizard::cleanup()
+{
+    stopWatchingModals();
+    XFileDialog::setOpenHook({});
+    delete m_wizard;
+    m_wizard = nullptr;
+    // The receiver owns what it was given.
+    delete m_received.csv;
+    delete m_received.src;
+}
+
+void TestXWizard::connectReceiver()
+{
+    connect(m_wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
+            [this](XCsv* csv, XCsv* src, int iterations, int seed) {
+                ++m_received.calls;
+                m_received.csv = csv;
+                m_received.src = src;
+                m_received.iterations = iterations;
+                m_received.seed = seed;
+            });
+}
+
+void TestXWizard::loadInput(QString const& fileName)
+{
+    if (m_wizard->currentId() == XWizard::FirstPage)
+        m_wizard->next();
+    answerOpenDialog(fileName);
+    auto* page = m_wizard->page(XWizard::SelectionPage);
+    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 0, 1)));
+}
+
+QSpinBox* TestXWizard::iterations()
+{
+    return m_wizard->page(XWizard::SettingsPage)->findChildren<QSpinBox*>().at(0);
+}
+
+QSpinBox* TestXWizard::seed()
+{
+    return m_wizard->page(XWizard::SettingsPage)->findChildren<QSpinBox*>().at(1);
+}
+
+void TestXWizard::pages_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("className");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("subTitle");
+    QTest::newRow("0") << 0 << "XFirstPage"
+                       << "Start"
+                       << "Select the action you want to perform";
+    QTest::newRow("1") << 1 << "XCsvSelectionPage"
+                       << "Select file"
+                       << "Preview and edit the input spreadsheet";
+    QTest::newRow("2") << 2 << "XManualEditingPage"
+                       << "Manual editing"
+                       << "Create and edit a new table";
+    QTest::newRow("3") << 3 << "XSettingsPage"
+                       << "Algorithm Settings"
+                       << "Adjust the algorithm's parameters";
+}
+
+void TestXWizard::pages()
+{
+    QFETCH(int, id);
+    QFETCH(QString, className);
+    QFETCH(QString, title);
+    QFETCH(QString, subTitle);
+    QCOMPARE(m_wizard->pageIds(), QList<int>({0, 1, 2, 3}));
+    QWizardPage* page = m_wizard->page(id);
+    QCOMPARE(QString::fromLatin1(page->metaObject()->className()), className);
+    QCOMPARE(page->title(), title);
+    QCOMPARE(page->subTitle(), subTitle);
+}
+
+void TestXWizard::firstPage()
+{
+    const auto radios = m_wizard->page(0)->findChildren<QRadioButton*>();
+    QCOMPARE(radios.size(), 2);
+    QCOMPARE(radios.at(0)->text(), QStringLiteral("Input from an existing file"));
+    QCOMPARE(radios.at(1)->text(), QStringLiteral("Input data manually"));
+    QVERIFY(radios.at(0)->isChecked());
+    QCOMPARE(m_wizard->field("file").toBool(), true);
+    QCOMPARE(m_wizard->field("manual").toBool(), false);
+    QCOMPARE(m_wizard->page(0)->nextId(), 1);
+    radios.at(1)->setChecked(true);
+    QCOMPARE(m_wizard->page(0)->nextId(), 2);
+    QCOMPARE(m_wizard->field("file").toBool(), false);
+    // Neither checked: the page leads nowhere.
+    radios.at(1)->setAutoExclusive(false);
+    radios.at(1)->setChecked(false);
+    QCOMPARE(m_wizard->page(0)->nextId(), 0);
+}
+
+void TestXWizard::pageOrder()
+{
+    QCOMPARE(m_wizard->currentId(), 0);
+    m_wizard->next();
+    QCOMPARE(m_wizard->currentId(), 1);
+    QCOMPARE(m_wizard->page(1)->nextId(), 3);
+    QCOMPARE(m_wizard->page(2)->nextId(), 3);
+    QCOMPARE(m_wizard->page(3)->nextId(), -1);
+    m_wizard->back();
+    m_wizard->setField("manual", true);
+    m_wizard->next();
+    QCOMPARE(m_wizard->currentId(), 2);
+}
+
+void TestXWizard::settingsPage()
+{
+    QCOMPARE(iterations()->minimum(), 0);
+    QCOMPARE(iterations()->maximum(), 99);
+    iterations()->setValue(150);
+    QCOMPARE(iterations()->value(), 99);
+    QCOMPARE(seed()->minimum(), 0);
+    QCOMPARE(seed()->maximum(), 2147483646);
+    QCOMPARE(seed()->value(), 0);
+    auto* page = m_wizard->page(3);
+    QVERIFY(page->findChildren<QLabel*>().size() >= 2);
+    QStringList texts;
+    for (QLabel* label : page->findChildren<QLabel*>())
+        texts << label->text();
+    QVERIFY(texts.contains("Iterations"));
+    QVERIFY(texts.contains("Rand seed (0 = autogenerated)"));
+}
+
+void TestXWizard::backResetsSettings()
+{
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    m_wizard->next();
+    QCOMPARE(m_wizard->currentId(), 3);
+    QCOMPARE(iterations()->value(), 1);
+    iterations()->setValue(7);
+    seed()->setValue(42);
+    m_wizard->back();
+    QCOMPARE(m_wizard->currentId(), 1);
+    QCOMPARE(m_wizard->field("iterations").toInt(), 0);
+    QCOMPARE(m_wizard->field("seed").toInt(), 0);
+    m_wizard->next();
+    QCOMPARE(iterations()->value(), 1);
+    QCOMPARE(seed()->value(), 0);
+}
+
+void TestXWizard::finishDisabledAtZeroIterations()
+{
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    m_wizard->next();
+    QVERIFY(m_wizard->button(QWizard::FinishButton)->isEnabled());
+    iterations()->setValue(0);
+    QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
+    iterations()->setValue(3);
+    QVERIFY(m_wizard->button(QWizard::FinishButton)->isEnabled());
+}
+
+void TestXWizard::finishFromFile()
+{
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    QPointer<XCsv> csv = qobject_cast<XCsvSelectionPage*>(m_wizard->page(1))->csv();
+    m_wizard->next();
+    iterations()->setValue(12);
+    seed()->setValue(2147483646);
+    clickButton(m_wizard->button(QWizard::FinishButton));
+    QCOMPARE(m_received.calls, 1);
+    QCOMPARE(m_received.csv, csv.data());
+    QCOMPARE(m_received.src, nullptr);
+    QCOMPARE(m_received.iterations, 12);
+    QCOMPARE(m_received.seed, 2147483646);
+    // The wizard no longer owns the table: deleting the wizard keeps it.
+    delete m_wizard;
+    m_wizard = nullptr;
+    QVERIFY(!csv.isNull());
+    QCOMPARE(m_received.csv->rows(), 705);
+}
+
+void TestXWizard::finishFromFileWithStart()
+{
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    auto* page = qobject_cast<XCsvSelectionPage*>(m_wizard->page(1));
+    page->findChild<QCheckBox*>()->setChecked(true);
+    answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
+    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 3, 1)));
+    QPointer<XCsv> src = page->src();
+    QVERIFY(src);
+    m_wizard->next();
+    m_wizard->accept();
+    QCOMPARE(m_received.calls, 1);
+    QCOMPARE(m_received.src, src.data());
+    QCOMPARE(m_received.iterations, 1);
+    QCOMPARE(m_received.seed, 0);
+    delete m_wizard;
+    m_wizard = nullptr;
+    QVERIFY(!src.isNull());
+}
+
+void TestXWizard::finishManual()
+{
+    m_wizard->setField("manual", true);
+    m_wizard->next();
+    auto* page = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
+    page->findChildren<QSpinBox*>().at(0)->setValue(3);
+    page->findChildren<QSpinBox*>().at(1)->setValue(2);
+    whenModalOpens(editorEdits({{0, 0, "5"}}));
+    for (QPushButton* button : page->findChildren<QPushButton*>()) {
+        if (button->text() == QStringLiteral("Create"))
+            clickButton(button);
+    }
+    QPointer<XCsv> csv = page->csv();
+    QVERIFY(csv);
+    m_wizard->next();
+    seed()->setValue(9);
+    clickButton(m_wizard->button(QWizard::FinishButton));
+    QCOMPARE(m_received.calls, 1);
+    QCOMPARE(m_received.csv, csv.data());
+    QCOMPARE(m_received.src, nullptr);
+    QCOMPARE(m_received.iterations, 1);
+    QCOMPARE(m_received.seed, 9);
+    QCOMPARE(gridText(*m_received.csv),
+             QStringList({"s:Name|s:Column 1|s:Column 2", "s:Row 1|s:5|s:*", "s:Row 2|s:*|s:*",
+                          "s:Row 3|s:*|s:*"}));
+}
+
+void TestXWizard::finishFileDropsManualTable()
+{
+    // A table built by hand, then the file route chosen: only the file's table survives.
+    m_wizard->setField("manual", true);
+    m_wizard->next();
+    auto* manual = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
+    whenModalOpens(editorEdits({}));
+    for (QPushButton* button : manual->findChildren<QPushButton*>()) {
+        if (button->text() == QStringLiteral("Create"))
+            clickButton(button);
+    }
+    QPointer<XCsv> handMade = manual->csv();
+    QVERIFY(handMade);
+    m_wizard->back();
+    m_wizard->setField("file", true);
+    m_wizard->next();
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    m_wizard->next();
+    m_wizard->accept();
+    QCOMPARE(m_received.calls, 1);
+    QVERIFY(handMade.isNull());
+    QCOMPARE(m_received.csv->rows(), 705);
+}
+
+void TestXWizard::cancelDeletesTables()
+{
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    auto* page = qobject_cast<XCsvSelectionPage*>(m_wizard->page(1));
+    page->findChild<QCheckBox*>()->setChecked(true);
+    answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
+    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 3, 1)));
+    QPointer<XCsv> csv = page->csv();
+    QPointer<XCsv> src = page->src();
+    QVERIFY(csv && src);
+    clickButton(m_wizard->button(QWizard::CancelButton));
+    QVERIFY(csv.isNull());
+    QVERIFY(src.isNull());
+    QCOMPARE(m_received.calls, 0);
+}
+
+void TestXWizard::rejectAfterManualDeletesTable()
+{
+    m_wizard->setField("manual", true);
+    m_wizard->next();
+    auto* manual = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
+    whenModalOpens(editorEdits({}));
+    for (QPushButton* button : manual->findChildren<QPushButton*>()) {
+        if (button->text() == QStringLiteral("Create"))
+            clickButton(button);
+    }
+    QPointer<XCsv> csv = manual->csv();
+    QVERIFY(csv);
+    m_wizard->reject();
+    QVERIFY(csv.isNull());
+    QCOMPARE(m_received.calls, 0);
+}
+
+QTEST_MAIN(TestXWizard)
+#include "tst_xwizard.moc"
