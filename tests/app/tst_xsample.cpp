@@ -1,3 +1,4 @@
+#include "VireonResources.h"
 #include "XSample.h"
 
 #include <QLabel>
@@ -16,6 +17,7 @@ private slots:
     void layout();
     void closeButtonEndsDialog();
     void windowCloseEndsDialog();
+    void picturesShown();
     void missingPicturesLeaveLabelsEmpty();
 
 private:
@@ -24,6 +26,7 @@ private:
 
 void TestXSample::init()
 {
+    initVireonResources();
     m_dialog = new XSample;
 }
 
@@ -72,9 +75,22 @@ void TestXSample::windowCloseEndsDialog()
     QVERIFY(!m_dialog->isVisible());
 }
 
+void TestXSample::picturesShown()
+{
+    auto* layout = m_dialog->layout();
+    for (int i : {4, 7}) {
+        auto* picture = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+        QVERIFY(picture->pixmap(Qt::ReturnByValue).width() > 300);
+    }
+}
+
 void TestXSample::missingPicturesLeaveLabelsEmpty()
 {
-    // This test links no resources, so both pictures are missing.
+    // Take the images away for this one dialog.
+    Q_CLEANUP_RESOURCE(vireon);
+    delete m_dialog;
+    m_dialog = new XSample;
+    Q_INIT_RESOURCE(vireon);
     auto* layout = m_dialog->layout();
     for (int i : {4, 7}) {
         auto* picture = qobject_cast<QLabel*>(layout->itemAt(i)->widget());

@@ -1,0 +1,375 @@
+#include "XMainWindow.h"
+
+#include "CenterResize.h"
+#include "XCore.h"
+#include "XCsv.h"
+#include "XCsvTableWidget.h"
+#include "XFileDialog.h"
+#include "XGraphWidget.h"
+#include "XResult.h"
+#include "XSample.h"
+#include "XSpreadsheet.h"
+#include "XWizard.h"
+#include "XWorkspace.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QSlider>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextStream>
+#include <QVBoxLayout>
+
+namespace {
+
+const int statusTimeoutMs = 10000;
+
+QString aboutText()
+{
+    return QStringLiteral(
+               "Vireon 1.0d\n\n"
+               "Selects core collections that keep as many distinct alleles as possible.\n\n"
+               "Authors: The Vireon developers\n\n"
+               "Built with Qt %1 (The Qt Company, LGPL), Qwt 6 (Uwe Rathmann and Josef Wilgen, "
+               "Qwt License), FreeXL (Alessandro Furieri, MPL) and libgsf (The GNOME Project, "
+               "LGPL).")
+        .arg(QString::fromLatin1(qVersion()));
+}
+
+} // namespace
+
+XMainWindow::XMainWindow(QWidget* parent)
+    : QMainWindow(parent), m_newAction(new QAction(tr("New..."), this)),
+      m_saveAction(new QAction(tr("Save..."), this)),
+      m_saveAsAction(new QAction(tr("Save As..."), this)),
+      m_importAction(new QAction(tr("Import Workspace..."), this)),
+      m_exportAction(new QAction(tr("Export Workspace..."), this)),
+      m_quitAction(new QAction(tr("Quit"), this)), m_aboutAction(new QAction(tr("About"), this)),
+      m_aboutQtAction(new QAction(tr("About Qt"), this)),
+      m_about(new QMessageBox(QMessageBox::Information, tr("About"), aboutText(),
+                              QMessageBox::NoButton, nullptr)),
+      m_tabs(nullptr), m_newButton(nullptr), m_importButton(nullptr), m_sampleButton(nullptr),
+      m_slider(nullptr), m_sliderValue(nullptr), m_coreView(nullptr), m_graph(nullptr),
+      m_inputView(nullptr), m_sourceView(nullptr)
+{
+    auto* menuBar = new QMenuBar(this);
+
+    m_exportAction->setEnabled(false);
+    m_saveAction->setEnabled(false);
+    m_saveAsAction->setEnabled(false);
+
+    m_newAction->setShortcut(QKeySequence::New);
+    m_saveAction->setShortcut(QKeySequence::Save);
+    m_saveAsAction->setShortcut(QKeySequence::SaveAs);
+    m_quitAction->setShortcut(QKeySequence::Quit);
+
+    connect(m_newAction, &QAction::triggered, this, &XMainWindow::wizard);
+    connect(m_saveAction, &QAction::triggered, this, &XMainWindow::save);
+    connect(m_saveAsAction, &QAction::triggered, this, &XMainWindow::saveAs);
+    connect(m_importAction, &QAction::triggered, this, &XMainWindow::importWorkspace);
+    connect(m_exportAction, &QAction::triggered, this, &XMainWindow::exportWorkspace);
+    connect(m_quitAction, &QAction::triggered, this, &QWidget::close);
+    connect(m_aboutAction, &QAction::triggered, m_about.get(), &QMessageBox::exec);
+    connect(m_aboutQtAction, &QAction::triggered, qApp, &QApplication::aboutQt);
+
+    QMenu* file = menuBar->addMenu(tr("File"));
+    file->addAction(m_newAction);
+    file->addAction(m_saveAction);
+    file->addAction(m_saveAsAction);
+    file->addAction(m_importAction);
+    file->addAction(m_exportAction);
+    file->addAction(m_quitAction);
+    QMenu* help = menuBar->addMenu(tr("Help"));
+    help->addAction(m_aboutAction);
+    help->addAction(m_aboutQtAction);
+    setMenuBar(menuBar);
+
+    setMinimumSize(640, 480);
+
+    m_newButton = new QPushButton(tr("New"), this);
+    m_importButton = new QPushButton(tr("Import"), this);
+    m_sampleButton = new QPushButton(tr("Sample"), this);
+    m_tabs = new QTabWidget(this);
+    m_slider = new QSlider(Qt::Horizontal, this);
+    m_sliderValue = new QLabel(this);
+    m_coreView = new XCsvTableWidget(true, this);
+    m_graph = new XGraphWidget(this);
+    m_inputView = new XCsvTableWidget(true, this);
+    m_sourceView = new XCsvTableWidget(true, this);
+
+    // Tracking off: a drag shows its number live but picks the core on release.
+    m_slider->setRange(1, 100);
+    m_slider->setSingleStep(1);
+    m_slider->setPageStep(1);
+    m_slider->setTracking(false);
+
+    connect(m_newButton, &QPushButton::clicked, this, &XMainWindow::wizard);
+    connect(m_importButton, &QPushButton::clicked, this, &XMainWindow::importWorkspace);
+    connect(m_sampleButton, &QPushButton::clicked, this, &XMainWindow::sample);
+    connect(m_slider, &QSlider::sliderMoved, m_sliderValue, qOverload<int>(&QLabel::setNum));
+    connect(m_slider, &QSlider::valueChanged, m_sliderValue, qOverload<int>(&QLabel::setNum));
+    connect(m_slider, &QSlider::valueChanged, this, &XMainWindow::update);
+
+    m_tabs->addTab(buildStartPage(), tr("Start"));
+    m_tabs->addTab(buildCorePage(), tr("Core collection"));
+    m_tabs->addTab(m_graph, tr("Graph"));
+    m_tabs->addTab(m_inputView, tr("Input file"));
+    m_tabs->addTab(m_sourceView, tr("Starting collection"));
+    for (int tab = CoreTab; tab <= SourceTab; ++tab)
+        m_tabs->setTabEnabled(tab, false);
+    setCentralWidget(m_tabs);
+
+    // Every write is reported here, so a failed save is never silent.
+    setStatusBar(new QStatusBar(this));
+
+    setWindowIcon(QIcon(QStringLiteral(":/img/dna")));
+    setWindowTitle(QStringLiteral("Vireon"));
+}
+
+XMainWindow::~XMainWindow()
+{
+    // The views let go of the tables before the workspace deletes them.
+    clearWorkspace(nullptr);
+    delete m_pendingCsv;
+    delete m_pendingSrc;
+}
+
+QWidget* XMainWindow::buildStartPage()
+{
+    auto* page = new QWidget(this);
+    auto* grid = new QGridLayout(page);
+    grid->setAlignment(Qt::AlignCenter);
+    grid->addWidget(new QLabel(tr("Open a file or create a new table"), page), 0, 0);
+    grid->addWidget(m_newButton, 0, 1);
+    grid->addWidget(new QLabel(tr("Import an existing workspace"), page), 1, 0);
+    grid->addWidget(m_importButton, 1, 1);
+    grid->addWidget(new QLabel(tr("Show an input file sample"), page), 2, 0);
+    grid->addWidget(m_sampleButton, 2, 1);
+    return page;
+}
+
+QWidget* XMainWindow::buildCorePage()
+{
+    auto* page = new QWidget(this);
+    auto* layout = new QVBoxLayout(page);
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_slider);
+    row->addWidget(m_sliderValue);
+    row->addWidget(new QLabel(QStringLiteral("%"), page));
+    layout->addLayout(row);
+    layout->addWidget(m_coreView);
+    return page;
+}
+
+void XMainWindow::clearWorkspace(XWorkspace* workspace)
+{
+    if (m_workspace) {
+        m_shown = nullptr;
+        m_coreView->setCsv(nullptr);
+        m_inputView->setCsv(nullptr);
+        m_sourceView->setCsv(nullptr);
+        delete m_workspace;
+        m_workspace = nullptr;
+    }
+    if (!workspace)
+        return;
+
+    m_workspace = workspace;
+    for (int tab : {CoreTab, GraphTab, InputTab})
+        m_tabs->setTabEnabled(tab, true);
+    m_tabs->setCurrentIndex(CoreTab);
+    m_graph->setResult(m_workspace->result());
+    m_inputView->setCsv(m_workspace->csv());
+    if (m_workspace->src()) {
+        m_sourceView->setCsv(m_workspace->src());
+        m_tabs->setTabEnabled(SourceTab, true);
+    } else {
+        m_tabs->setTabEnabled(SourceTab, false);
+    }
+
+    int value = m_workspace->slider();
+    if (value < 1 || value > 100)
+        value = 100;
+    m_slider->setValue(value);
+    // setValue is silent when the value does not change; show the core anyway.
+    update(value);
+
+    m_exportAction->setEnabled(true);
+    m_saveAction->setEnabled(true);
+    m_saveAsAction->setEnabled(true);
+}
+
+void XMainWindow::update(int value)
+{
+    if (!m_workspace)
+        return;
+    XCsv* table = m_workspace->result() ? m_workspace->result()->csv(value) : nullptr;
+    if (table && table != m_shown) {
+        m_shown = table;
+        m_coreView->setCsv(table);
+    }
+    m_workspace->setSlider(value);
+}
+
+void XMainWindow::sample()
+{
+    XSample dialog(nullptr);
+    centerResize(dialog, 0);
+    dialog.exec();
+}
+
+void XMainWindow::wizard()
+{
+    if (m_pendingCsv)
+        return;
+    XWizard wizard(this);
+    connect(&wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
+            &XMainWindow::parseCsv);
+    wizard.exec();
+}
+
+void XMainWindow::parseCsv(XCsv* csv, XCsv* src, int iterations, int seed)
+{
+    if (m_pendingCsv)
+        return;
+    // The search needs accessions; a header row alone is refused here,
+    // before a thread is started for nothing.
+    if (!csv || csv->rows() < 2) {
+        delete csv;
+        delete src;
+        QMessageBox::critical(this, tr("Error"),
+                              tr("The input table has no accessions: it needs at least one row "
+                                 "below its header row."));
+        return;
+    }
+    m_pendingCsv = csv;
+    m_pendingSrc = src;
+
+    XCore core(csv, src, iterations, seed);
+    QProgressDialog progress(tr("Working..."), tr("Abort"), 1, 100, this);
+    connect(&core, &XCore::percentChanged, &progress, &QProgressDialog::setValue);
+    connect(&core, &XCore::error, &progress, &QWidget::close);
+    connect(&core, &QThread::finished, &progress, &QWidget::close);
+    connect(&core, &XCore::completed, this, &XMainWindow::csvParseSucceeded);
+    connect(&core, &XCore::error, this, &XMainWindow::csvParseFailed);
+    connect(&progress, &QProgressDialog::canceled, this, &XMainWindow::csvParseCanceled);
+    connect(&progress, &QProgressDialog::canceled, &core, &XCore::stopIterating);
+    core.start();
+    progress.exec();
+    core.wait();
+}
+
+void XMainWindow::discardPending()
+{
+    delete m_pendingCsv;
+    delete m_pendingSrc;
+    m_pendingCsv = nullptr;
+    m_pendingSrc = nullptr;
+}
+
+void XMainWindow::csvParseSucceeded(XResult* result)
+{
+    // An abort that came in after the result was sent has taken the tables.
+    if (!m_pendingCsv) {
+        delete result;
+        return;
+    }
+    clearWorkspace(new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr));
+    m_pendingCsv = nullptr;
+    m_pendingSrc = nullptr;
+}
+
+void XMainWindow::csvParseFailed(QString error)
+{
+    discardPending();
+    QMessageBox::critical(this, tr("Error"), error, QMessageBox::Ok, QMessageBox::NoButton);
+}
+
+void XMainWindow::csvParseCanceled()
+{
+    discardPending();
+}
+
+bool XMainWindow::saveCurrent(QString const& fileName) const
+{
+    return m_shown && XSpreadsheet::write(*m_shown, fileName);
+}
+
+void XMainWindow::reportWrite(bool written, QString const& done, QString const& fileName)
+{
+    statusBar()->showMessage(written ? done.arg(fileName) : tr("Could not write %1").arg(fileName),
+                             statusTimeoutMs);
+}
+
+void XMainWindow::save()
+{
+    if (!m_workspace)
+        return;
+    const QString path = m_workspace->savePath();
+    if (path.isEmpty()) {
+        saveAs();
+        return;
+    }
+    reportWrite(saveCurrent(path), tr("Core collection saved to %1"), path);
+}
+
+void XMainWindow::saveAs()
+{
+    if (!m_workspace)
+        return;
+    const QString filters = tr("Comma separated value files %1").arg(QStringLiteral("(*.csv)")) +
+                            QStringLiteral(";;") +
+                            tr("Microsoft Excel files %1").arg(QStringLiteral("(*.xls)"));
+    const QString name = XFileDialog::saveFileName(this, filters);
+    if (name.isEmpty())
+        return;
+    m_workspace->setSavePath(name);
+    reportWrite(saveCurrent(name), tr("Core collection saved to %1"), name);
+}
+
+void XMainWindow::exportWorkspace()
+{
+    if (!m_workspace)
+        return;
+    const QString name =
+        XFileDialog::saveFileName(this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")));
+    if (name.isEmpty())
+        return;
+    // Written beside the target and renamed over it, so a failed write
+    // never leaves a half-written workspace in place of a good one.
+    QSaveFile file(name);
+    bool written = file.open(QIODevice::WriteOnly);
+    if (written) {
+        QTextStream out(&file);
+        out << m_workspace->toString();
+        out.flush();
+        written = out.status() == QTextStream::Ok && file.commit();
+    }
+    reportWrite(written, tr("Workspace exported to %1"), name);
+}
+
+void XMainWindow::importWorkspace()
+{
+    const QString name =
+        XFileDialog::openFileName(this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")));
+    if (name.isEmpty())
+        return;
+    auto* workspace = new XWorkspace(name, nullptr);
+    if (!workspace->isComplete()) {
+        delete workspace;
+        QMessageBox::critical(this, tr("Error"),
+                              tr("The file %1 is not a valid workspace file: it does not hold a "
+                                 "whole analysis. The analysis shown stays as it is.")
+                                  .arg(name));
+        return;
+    }
+    clearWorkspace(workspace);
+}

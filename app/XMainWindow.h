@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QAction;
+class QLabel;
+class QMessageBox;
+class QPushButton;
+class QSlider;
+class QTabWidget;
+class XCsv;
+class XCsvTableWidget;
+class XGraphWidget;
+class XResult;
+class XWorkspace;
+
+// The application shell: menus, the start page, and the tabs that show the
+// current analysis. It coordinates: the wizard collects the input, the
+// engine computes, the workspace holds the result, the views show it.
+class XMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    enum Tab { StartTab = 0, CoreTab = 1, GraphTab = 2, InputTab = 3, SourceTab = 4 };
+
+    explicit XMainWindow(QWidget* parent = nullptr);
+    ~XMainWindow() override;
+
+    // Shows a workspace and takes ownership of it; the previous one is deleted.
+    void clearWorkspace(XWorkspace* workspace);
+    // Writes the core collection now shown; returns whether it was written.
+    bool saveCurrent(QString const& fileName) const;
+
+    XWorkspace* workspace() const { return m_workspace; }
+    XCsv* shownCore() const { return m_shown; }
+
+public slots:
+    void sample();
+    void wizard();
+    void parseCsv(XCsv* csv, XCsv* src, int iterations, int seed);
+    void csvParseSucceeded(XResult* result);
+    void csvParseFailed(QString error);
+    void csvParseCanceled();
+    void save();
+    void saveAs();
+    void importWorkspace();
+    void exportWorkspace();
+    void update(int value);
+
+private:
+    QWidget* buildStartPage();
+    QWidget* buildCorePage();
+    void discardPending();
+    void reportWrite(bool written, QString const& done, QString const& fileName);
+
+    QAction* m_newAction;
+    QAction* m_saveAction;
+    QAction* m_saveAsAction;
+    QAction* m_importAction;
+    QAction* m_exportAction;
+    QAction* m_quitAction;
+    QAction* m_aboutAction;
+    QAction* m_aboutQtAction;
+    std::unique_ptr<QMessageBox> m_about;
+    QTabWidget* m_tabs;
+    QPushButton* m_newButton;
+    QPushButton* m_importButton;
+    QPushButton* m_sampleButton;
+    QSlider* m_slider;
+    QLabel* m_sliderValue;
+    XCsvTableWidget* m_coreView;
+    XGraphWidget* m_graph;
+    XCsvTableWidget* m_inputView;
+    XCsvTableWidget* m_sourceView;
+    XCsv* m_shown = nullptr;
+    XCsv* m_pendingCsv = nullptr;
+    XCsv* m_pendingSrc = nullptr;
+    XWorkspace* m_workspace = nullptr;
+};

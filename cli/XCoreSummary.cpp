@@ -1,0 +1,44 @@
+#include "XCoreSummary.h"
+
+#include "XCore.h"
+#include "XCsv.h"
+#include "XResult.h"
+
+#include <QTextStream>
+
+namespace {
+
+QStringList headersOf(XCsv const& table)
+{
+    QStringList headers;
+    for (QVariant const& cell : table.at(0))
+        headers << cell.toString();
+    return headers;
+}
+
+} // namespace
+
+QString XCoreSummary::text(XCore const& core, XResult& result, int const& total, int const& seed)
+{
+    QString summary;
+    QTextStream out(&summary);
+    out << "percent\taccessions\talleles\trecounted\n";
+    XResult::Entries const& entries = result.entries();
+    const int startRows = result.source() ? result.source()->rows() - 1 : 0;
+    int first = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        if (i + 1 < entries.size() && entries.at(i + 1) == entries.at(first))
+            continue;
+        XCsv const* table = result.csv(first + 1);
+        XCore::Matrix matrix;
+        XCore::AlleleMap alleles;
+        core.readCsv(table, headersOf(*table), matrix, alleles);
+        const QString percents = first == i ? QString::number(first + 1)
+                                            : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
+        out << percents << '\t' << startRows + entries.at(first).second.size() << '\t'
+            << entries.at(first).first << '\t' << alleles.size() << '\n';
+        first = i + 1;
+    }
+    out << "Total alleles: " << total << "; seed: " << seed << '\n';
+    return summary;
+}

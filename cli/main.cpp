@@ -1,0 +1,181 @@
+// vireon-cli: selects the core collections of one table from the command
+// line, prints a summary or the result, and writes the workspace or a core.
+#include "StrictInt.h"
+#include "XCore.h"
+#include "XCoreSummary.h"
+#include "XCsv.h"
+#include "XProgressBar.h"
+#include "XResult.h"
+#include "XSpreadsheet.h"
+#include "XWorkspace.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QSaveFile>
+#include <QTextStream>
+
+#include <ctime>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+enum ExitCode { Success = 0, EngineFailure = 1, UsageError = 2 };
+
+int usageError(QString const& message)
+{
+    QTextStream(stderr) << "vireon-cli: " << message << '\n'
+                        << "Try 'vireon-cli --help' for more information.\n";
+    return UsageError;
+}
+
+bool readNumber(QString const& text, int* value)
+{
+    bool ok = false;
+    *value = strictToInt(text, &ok);
+    return ok;
+}
+
+bool writeText(QString const& fileName, QString const& text)
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    QTextStream stream(&file);
+    stream << text;
+    stream.flush();
+    return file.commit();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("vireon-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VIREON_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Selects core collections: for each percentage 1 to 100 of the alleles of "
+                       "INPUT, the smallest set of accessions found that holds that share."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption start({"s", "start"}, "starting collection", "FILE");
+    const QCommandLineOption iterations(
+        {"i", "iterations"}, "attempts per core size (default 10, at least 1)", "N", "10");
+    const QCommandLineOption seed({"r", "seed"},
+                                  "random seed; 0 takes it from the clock (default 0)", "N", "0");
+    const QCommandLineOption workspace({"w", "workspace"},
+                                       "write the whole analysis as a workspace file, slider at "
+                                       "--percent",
+                                       "FILE");
+    const QCommandLineOption output({"o", "output"},
+                                    "write the core of --percent (a name ending in .xls as a "
+                                    "spreadsheet, any other as comma-separated text)",
+                                    "FILE");
+    const QCommandLineOption percent(
+        {"p", "percent"}, "the core that --output writes (1..100, default 100)", "P", "100");
+    const QCommandLineOption result(
+        "result", "print the result's text form (the 100 lines of a workspace's result section) "
+                  "instead of the summary");
+    const QCommandLineOption quiet({"q", "quiet"}, "no progress on stderr");
+    parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet});
+    parser.addPositionalArgument("INPUT", "the table of accessions (.csv or .xls)");
+
+    if (!parser.parse(app.arguments()))
+        return usageError(parser.errorText());
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    if (parser.isSet(QStringLiteral("help")))
+        parser.showHelp(Success);
+
+    const QStringList inputs = parser.positionalArguments();
+    if (inputs.size() != 1)
+        return usageError(inputs.isEmpty() ? QStringLiteral("no INPUT given.")
+                                           : QStringLiteral("only one INPUT may be given."));
+    int iterationCount = 0;
+    if (!readNumber(parser.value(iterations), &iterationCount) || iterationCount < 1)
+        return usageError(QStringLiteral("--iterations needs a whole number of at least 1."));
+    int seedValue = 0;
+    if (!readNumber(parser.value(seed), &seedValue))
+        return usageError(QStringLiteral("--seed needs a whole number."));
+    int percentValue = 0;
+    if (!readNumber(parser.value(percent), &percentValue) || percentValue < 1 || percentValue > 100)
+        return usageError(QStringLiteral("--percent needs a whole number from 1 to 100."));
+
+    QTextStream err(stderr);
+    QString message;
+    std::unique_ptr<XCsv> input(XSpreadsheet::read(inputs.first(), &message));
+    if (!input) {
+        err << inputs.first() << ": " << message << '\n';
+        return UsageError;
+    }
+    std::unique_ptr<XCsv> source;
+    if (parser.isSet(start)) {
+        source.reset(XSpreadsheet::read(parser.value(start), &message));
+        if (!source) {
+            err << parser.value(start) << ": " << message << '\n';
+            return UsageError;
+        }
+    }
+    // Resolve a clock seed here so that the summary can name it.
+    if (seedValue == 0)
+        seedValue = int(time(nullptr));
+
+    XCore core(input.get(), source.get(), iterationCount, seedValue);
+    std::unique_ptr<XProgressBar> progress;
+    if (!parser.isSet(quiet) && isatty(STDERR_FILENO)) {
+        progress = std::make_unique<XProgressBar>(stderr);
+        QObject::connect(&core, &XCore::percentChanged, progress.get(), &XProgressBar::setPercent);
+    }
+    std::unique_ptr<XResult> outcome;
+    QString failure;
+    QEventLoop loop;
+    QObject::connect(&core, &XCore::completed, &loop, [&outcome](XResult* r) { outcome.reset(r); });
+    QObject::connect(&core, &XCore::error, &loop,
+                     [&failure](QString const& text) { failure = text; });
+    QObject::connect(&core, &QThread::finished, &loop, &QEventLoop::quit);
+    core.start();
+    loop.exec();
+    core.wait();
+    progress.reset();
+
+    if (!outcome) {
+        err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
+            << '\n';
+        return EngineFailure;
+    }
+
+    XCore::AlleleMap all;
+    XCore::Matrix scratch;
+    QStringList headers;
+    for (QVariant const& cell : input->at(0))
+        headers << cell.toString();
+    if (source)
+        core.readCsv(source.get(), headers, scratch, all);
+    core.readCsv(input.get(), headers, scratch, all);
+
+    QTextStream out(stdout);
+    if (parser.isSet(result))
+        out << outcome->toString();
+    else
+        out << XCoreSummary::text(core, *outcome, all.size(), seedValue);
+    out.flush();
+
+    int status = Success;
+    if (parser.isSet(output) &&
+        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output))) {
+        err << parser.value(output) << ": could not be written.\n";
+        status = EngineFailure;
+    }
+    // The workspace owns the tables and the result from here on.
+    XWorkspace analysis(input.release(), source.release(), outcome.release());
+    analysis.setSlider(percentValue);
+    if (parser.isSet(workspace) && !writeText(parser.value(workspace), analysis.toString())) {
+        err << parser.value(workspace) << ": could not be written.\n";
+        status = EngineFailure;
+    }
+    return status;
+}

@@ -1,0 +1,206 @@
+#include "XCore.h"
+
+#include "XCellValue.h"
+#include "XCoverageSearch.h"
+#include "XResult.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <new>
+#include <vector>
+
+namespace {
+
+// What a table row looks like to the engine; short rows read as 0.
+int element(QList<int> const& row, int column)
+{
+    return row.value(column);
+}
+
+} // namespace
+
+XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
+             QObject* parent)
+    : QThread(parent), m_iterations(iterations), m_csv(csv), m_src(src)
+{
+    if (csv)
+        m_csvGrid = csv->data();
+    if (src)
+        m_srcGrid = src->data();
+    if (seed != 0)
+        srand(unsigned(seed));
+    else
+        srand(unsigned(time(nullptr)));
+}
+
+void XCore::stopIterating()
+{
+    m_stop.store(true);
+}
+
+void XCore::fail(QString const& message) const
+{
+    emit const_cast<XCore*>(this)->error(message);
+}
+
+bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
+                    AlleleMap& alleles) const
+{
+    XCsv::Grid const& grid = csv->data();
+    for (int r = 1; r < grid.size(); ++r) {
+        if (stopped())
+            return true;
+        XCsv::Row const& row = grid.at(r);
+        QList<int> encoded;
+        encoded.reserve(row.size());
+        encoded << r;
+        for (int j = 1; j < row.size(); ++j) {
+            QVariant const& cell = row.at(j);
+            if (XCellValue::isMissing(cell)) {
+                encoded << 0;
+                continue;
+            }
+            // A homozygous marker counts its allele once.
+            if (j != 1 && headers.value(j) == headers.value(j - 1) &&
+                XCellValue::equals(cell, row.at(j - 1))) {
+                encoded << 0;
+                continue;
+            }
+            bool ok = false;
+            const int value = XCellValue::toInt(cell, &ok);
+            if (!ok || value < 0) {
+                fail(tr("Invalid value in csv."));
+                return false;
+            }
+            encoded << value;
+            ++alleles[qMakePair(headers.value(j), value)];
+        }
+        matrix << encoded;
+    }
+    return true;
+}
+
+bool XCore::csortMatrix(Matrix& matrix, int const& column) const
+{
+    const int n = matrix.size();
+    std::vector<int> order;
+    try {
+        order.resize(n);
+    } catch (std::bad_alloc const&) {
+        fail(tr("Error while allocating memory."));
+        return false;
+    }
+    for (int i = 0; i < n; ++i)
+        order[i] = i;
+    // std::stable_sort falls back to an in-place merge when it cannot get a
+    // buffer, so huge allele values cost nothing extra.
+    std::stable_sort(order.begin(), order.end(), [&](int x, int y) {
+        return element(matrix.at(x), column) < element(matrix.at(y), column);
+    });
+    Matrix sorted;
+    sorted.reserve(n);
+    for (int i : order)
+        sorted << matrix.at(i);
+    matrix = sorted;
+    return true;
+}
+
+bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
+                    QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
+                    QList<int>& bestIndices, int const& k) const
+{
+    XCoverageSearch search;
+    if (!search.build(matrix, headers, startMap) ||
+        !search.search(k, m_iterations, fullMap.size(), m_stop, true)) {
+        fail(tr("Error while allocating memory."));
+        return false;
+    }
+    if (search.improved()) {
+        bestRows.clear();
+        for (int position : search.bestSample())
+            bestRows << matrix.at(position);
+        bestMap = search.bestMap();
+        bestIndices = search.bestIndices();
+    }
+    return true;
+}
+
+void XCore::run()
+{
+    if (m_iterations < 1) {
+        emit error(tr("The number of iterations must be at least 1."));
+        return;
+    }
+    if (m_csvGrid.isEmpty()) {
+        emit error(tr("The input table has no accessions."));
+        return;
+    }
+    // Only the grids copied at construction are read from here on.
+    XCsv input(m_csvGrid);
+    QStringList headers;
+    for (QVariant const& cell : m_csvGrid.at(0))
+        headers << cell.toString();
+
+    Matrix startMatrix;
+    AlleleMap startMap;
+    if (m_src) {
+        if (m_srcGrid.isEmpty() || m_srcGrid.at(0) != m_csvGrid.at(0)) {
+            emit error(tr("Different headers."));
+            return;
+        }
+        XCsv start(m_srcGrid);
+        if (!readCsv(&start, headers, startMatrix, startMap) || stopped())
+            return;
+    }
+    AlleleMap fullMap = startMap;
+    Matrix matrix;
+    if (!readCsv(&input, headers, matrix, fullMap) || stopped())
+        return;
+    if (matrix.isEmpty()) {
+        emit error(tr("The input table has no accessions."));
+        return;
+    }
+    const int width = matrix.at(0).size();
+    for (int j = width - 2; j >= 1; --j) {
+        if (!csortMatrix(matrix, j) || stopped())
+            return;
+    }
+
+    XCoverageSearch search;
+    if (!search.build(matrix, headers, startMap)) {
+        emit error(tr("Error while allocating memory."));
+        return;
+    }
+    const int total = fullMap.size();
+    const int n = matrix.size();
+    int covered = startMap.size();
+    int bestMapSize = 0;
+    QList<int> bestIndices;
+    int k = 0;
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p) {
+        // Percent of the total to five decimals, compared as integers.
+        const qint64 target =
+            static_cast<qint64>(static_cast<long double>(p) * 0.01 * total * 100000.0);
+        // The coverage side is a 32-bit product and wraps like one.
+        // With all n rows in the core nothing more can be covered: stop there.
+        while (qint64(qint32(quint32(covered) * 100000u)) < target && k < n) {
+            ++k;
+            if (!search.search(k, m_iterations, total, m_stop)) {
+                emit error(tr("Error while allocating memory."));
+                return;
+            }
+            if (stopped())
+                return;
+            if (search.improved()) {
+                bestMapSize = search.bestCoverage();
+                bestIndices = search.bestIndices();
+            }
+            covered = bestMapSize;
+        }
+        entries << XResult::Entry(covered, bestIndices);
+        emit percentChanged(p);
+    }
+    emit completed(new XResult(entries, m_csv, m_src));
+}

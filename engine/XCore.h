@@ -1,0 +1,67 @@
+#pragma once
+
+#include "XCsv.h"
+
+#include <QMap>
+#include <QPair>
+#include <QStringList>
+#include <QThread>
+
+#include <atomic>
+
+class XResult;
+
+// The worker thread that selects the cores: for each percentage 1..100 of
+// all alleles, the smallest core it finds covering at least that share.
+// Emits percentChanged(p) for each p, then completed() with a result the
+// receiver owns, or error() instead; a stopped run emits nothing.
+class XCore : public QThread
+{
+    Q_OBJECT
+
+public:
+    using Matrix = QList<QList<int>>;
+    using AlleleMap = QMap<QPair<QString, int>, int>;
+
+    // Seeds the C library generator on the calling thread: srand(seed), or
+    // srand(time(0)) for seed 0. Keeps shallow copies of both grids, so the
+    // tables may be deleted while the thread still runs.
+    XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
+          QObject* parent = nullptr);
+
+    // Encodes one table: per data row its row number, then one value per
+    // allele column (0 for "*" and for the repeat of a homozygous pair), and
+    // counts each (marker, allele) in `alleles`. Appends; false after error().
+    bool readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
+                 AlleleMap& alleles) const;
+    // Stable sort of the rows by element `column`.
+    bool csortMatrix(Matrix& matrix, int const& column) const;
+    // The search for core size k: up to `iterations` attempts, each a random
+    // draw of k rows improved by swaps. Replaces the three outputs only with
+    // an attempt that covers more than every earlier attempt of this call.
+    bool iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
+                 QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
+                 QList<int>& bestIndices, int const& k) const;
+
+signals:
+    void percentChanged(int percent);
+    void error(QString message);
+    void completed(XResult* result);
+
+public slots:
+    void stopIterating();
+
+protected:
+    void run() override;
+
+private:
+    bool stopped() const { return m_stop.load(std::memory_order_relaxed); }
+    void fail(QString const& message) const;
+
+    std::atomic<bool> m_stop{false};
+    int m_iterations;
+    XCsv const* m_csv;
+    XCsv const* m_src;
+    XCsv::Grid m_csvGrid;
+    XCsv::Grid m_srcGrid;
+};

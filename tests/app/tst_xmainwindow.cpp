@@ -1,0 +1,795 @@
+#include "CellText.h"
+#include "ModalDialogs.h"
+#include "VireonResources.h"
+#include "XCsv.h"
+#include "XCsvTableWidget.h"
+#include "XFileDialog.h"
+#include "XGraphWidget.h"
+#include "XMainWindow.h"
+#include "XResult.h"
+#include "XSample.h"
+#include "XSpreadsheet.h"
+#include "XWizard.h"
+#include "XWorkspace.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <qwt_plot_curve.h>
+
+namespace {
+
+const QString examples = QStringLiteral(VIREON_EXAMPLES_DIR);
+
+// A small analysis: percentages 1-50 share the core [1], 51-100 [1, 2].
+XWorkspace* smallWorkspace(bool withStart, int slider)
+{
+    auto* csv = new XCsv(QStringLiteral("Name,M,M\nA1,1,2\nA2,3,4\nA3,5,*\n"));
+    XCsv* src = withStart ? new XCsv(QStringLiteral("Name,M,M\nS1,7,7\n")) : nullptr;
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p)
+        entries << XResult::Entry(p <= 50 ? 3 : 5, p <= 50 ? QList<int>{1} : QList<int>{1, 2});
+    auto* workspace = new XWorkspace(csv, src, new XResult(entries, csv, src));
+    if (slider != -1)
+        workspace->setSlider(slider);
+    return workspace;
+}
+
+QByteArray readAll(QString const& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool writeText(QString const& path, QByteArray const& text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+QString messageOf(QWidget* modal)
+{
+    auto* box = qobject_cast<QMessageBox*>(modal);
+    return box ? box->windowTitle() + QStringLiteral(" | ") + box->text()
+               : QString::fromLatin1(modal->metaObject()->className());
+}
+
+} // namespace
+
+class TestXMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void startState();
+    void actions_data();
+    void actions();
+    void menus();
+    void startPage();
+    void aboutBox();
+    void updateWithoutWorkspace();
+    void sliderValuesOnLoad_data();
+    void sliderValuesOnLoad();
+    void firstLoadAtOneLeavesLabelEmpty();
+    void startingCollectionTabFollows();
+    void sameCoreKeepsView();
+    void nullWorkspaceKeepsState();
+    void newToResult();
+    void runWithStartingCollection();
+    void saveAndSaveAs_data();
+    void saveAndSaveAs();
+    void saveAgainWritesWithoutAsking();
+    void saveFailureReported();
+    void exportThenImport();
+    void exportKeepsSavePath();
+    void importReplaces();
+    void importRefusesIncomplete_data();
+    void importRefusesIncomplete();
+    void cancelledDialogsDoNothing();
+    void engineErrorShown();
+    void emptyInputRefused();
+    void abortKeepsPreviousWorkspace_data();
+    void abortKeepsPreviousWorkspace();
+    void sampleDialogCloses();
+
+private:
+    QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(); }
+    QSlider* slider() { return m_window->findChild<QSlider*>(); }
+    QLabel* sliderLabel();
+    QAction* action(QString const& text);
+    QPushButton* button(QString const& text);
+    XCsvTableWidget* view(int tab);
+    // Runs New through the wizard's file route on the given files.
+    void runAnalysis(QString const& input, QString const& start, int iterations, int seed);
+    void answerSave(QString const& name);
+
+    QTemporaryDir* m_dir = nullptr;
+    XMainWindow* m_window = nullptr;
+    int m_saveQuestions = 0;
+};
+
+void TestXMainWindow::initTestCase()
+{
+    initVireonResources();
+}
+
+void TestXMainWindow::init()
+{
+    m_dir = new QTemporaryDir;
+    QVERIFY(m_dir->isValid());
+    m_window = new XMainWindow;
+    m_window->show();
+    m_saveQuestions = 0;
+}
+
+void TestXMainWindow::cleanup()
+{
+    stopWatchingModals();
+    XFileDialog::setOpenHook({});
+    XFileDialog::setSaveHook({});
+    delete m_window;
+    m_window = nullptr;
+    delete m_dir;
+    m_dir = nullptr;
+}
+
+QLabel* TestXMainWindow::sliderLabel()
+{
+    // The value label stands right of the slider, before the "%" label.
+    QWidget* page = tabs()->widget(XMainWindow::CoreTab);
+    auto* row = page->layout()->itemAt(0)->layout();
+    return qobject_cast<QLabel*>(row->itemAt(1)->widget());
+}
+
+QAction* TestXMainWindow::action(QString const& text)
+{
+    for (QAction* a : m_window->findChildren<QAction*>()) {
+        if (a->text() == text)
+            return a;
+    }
+    return nullptr;
+}
+
+QPushButton* TestXMainWindow::button(QString const& text)
+{
+    for (QPushButton* b : m_window->findChildren<QPushButton*>()) {
+        if (b->text() == text)
+            return b;
+    }
+    return nullptr;
+}
+
+XCsvTableWidget* TestXMainWindow::view(int tab)
+{
+    QWidget* page = tabs()->widget(tab);
+    if (auto* table = qobject_cast<XCsvTableWidget*>(page))
+        return table;
+    return page->findChild<XCsvTableWidget*>();
+}
+
+void TestXMainWindow::answerSave(QString const& name)
+{
+    XFileDialog::setSaveHook([this, name](QWidget*, QString const&) {
+        ++m_saveQuestions;
+        return name;
+    });
+}
+
+void TestXMainWindow::runAnalysis(QString const& input, QString const& start, int iterations,
+                                  int seed)
+{
+    whenModalOpens([=](QWidget* modal) {
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        if (!wizard) {
+            modal->close();
+            return;
+        }
+        wizard->next();
+        QWidget* page = wizard->currentPage();
+        XFileDialog::setOpenHook([input](QWidget*, QString const&) { return input; });
+        QMetaObject::invokeMethod(page, "csvBrowseButtonClicked");
+        if (!start.isEmpty()) {
+            page->findChild<QCheckBox*>()->setChecked(true);
+            XFileDialog::setOpenHook([start](QWidget*, QString const&) { return start; });
+            QMetaObject::invokeMethod(page, "srcBrowseButtonClicked");
+        }
+        wizard->next();
+        wizard->setField(QStringLiteral("iterations"), iterations);
+        wizard->setField(QStringLiteral("seed"), seed);
+        wizard->accept();
+    });
+    m_window->wizard();
+}
+
+void TestXMainWindow::startState()
+{
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Vireon"));
+    QVERIFY(!m_window->windowIcon().isNull());
+    QCOMPARE(m_window->minimumSize(), QSize(640, 480));
+    QVERIFY(m_window->width() >= 640 && m_window->height() >= 480);
+    QCOMPARE(tabs()->count(), 5);
+    const QStringList titles = {"Start", "Core collection", "Graph", "Input file",
+                                "Starting collection"};
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(tabs()->tabText(i), titles.at(i));
+        QCOMPARE(tabs()->isTabEnabled(i), i == 0);
+    }
+    QCOMPARE(tabs()->currentIndex(), 0);
+    QVERIFY(qobject_cast<XGraphWidget*>(tabs()->widget(XMainWindow::GraphTab)));
+    QCOMPARE(slider()->minimum(), 1);
+    QCOMPARE(slider()->maximum(), 100);
+    QCOMPARE(slider()->singleStep(), 1);
+    QCOMPARE(slider()->pageStep(), 1);
+    QCOMPARE(slider()->orientation(), Qt::Horizontal);
+    QVERIFY(!slider()->hasTracking());
+    QCOMPARE(slider()->value(), 1);
+    QCOMPARE(sliderLabel()->text(), QString());
+    QWidget* page = tabs()->widget(XMainWindow::CoreTab);
+    auto* row = page->layout()->itemAt(0)->layout();
+    QCOMPARE(row->itemAt(0)->widget(), slider());
+    QCOMPARE(qobject_cast<QLabel*>(row->itemAt(2)->widget())->text(), QStringLiteral("%"));
+    QVERIFY(qobject_cast<XCsvTableWidget*>(page->layout()->itemAt(1)->widget()));
+    QCOMPARE(m_window->workspace(), nullptr);
+}
+
+void TestXMainWindow::actions_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QKeySequence>("shortcut");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("New") << "New..." << QKeySequence(QKeySequence::New) << true;
+    QTest::newRow("Save") << "Save..." << QKeySequence(QKeySequence::Save) << false;
+    QTest::newRow("Save As") << "Save As..." << QKeySequence(QKeySequence::SaveAs) << false;
+    QTest::newRow("Import") << "Import Workspace..." << QKeySequence() << true;
+    QTest::newRow("Export") << "Export Workspace..." << QKeySequence() << false;
+    QTest::newRow("Quit") << "Quit" << QKeySequence(QKeySequence::Quit) << true;
+    QTest::newRow("About") << "About" << QKeySequence() << true;
+    QTest::newRow("About Qt") << "About Qt" << QKeySequence() << true;
+}
+
+void TestXMainWindow::actions()
+{
+    QFETCH(QString, text);
+    QFETCH(QKeySequence, shortcut);
+    QFETCH(bool, enabled);
+    QAction* a = action(text);
+    QVERIFY(a);
+    QCOMPARE(a->parent(), m_window);
+    QCOMPARE(a->shortcut(), shortcut);
+    QCOMPARE(a->isEnabled(), enabled);
+    QVERIFY(a->statusTip().isEmpty());
+}
+
+void TestXMainWindow::menus()
+{
+    const QList<QAction*> top = m_window->menuBar()->actions();
+    QCOMPARE(top.size(), 2);
+    QCOMPARE(top.at(0)->text(), QStringLiteral("File"));
+    QCOMPARE(top.at(1)->text(), QStringLiteral("Help"));
+    QStringList file;
+    for (QAction* a : top.at(0)->menu()->actions())
+        file << a->text();
+    QCOMPARE(file, QStringList({"New...", "Save...", "Save As...", "Import Workspace...",
+                                "Export Workspace...", "Quit"}));
+    QStringList help;
+    for (QAction* a : top.at(1)->menu()->actions())
+        help << a->text();
+    QCOMPARE(help, QStringList({"About", "About Qt"}));
+}
+
+void TestXMainWindow::startPage()
+{
+    auto* grid = qobject_cast<QGridLayout*>(tabs()->widget(0)->layout());
+    QVERIFY(grid);
+    QCOMPARE(grid->rowCount(), 3);
+    QCOMPARE(grid->columnCount(), 2);
+    QCOMPARE(grid->alignment(), Qt::AlignCenter);
+    const QStringList labels = {"Open a file or create a new table", "Import an existing workspace",
+                                "Show an input file sample"};
+    const QStringList buttons = {"New", "Import", "Sample"};
+    for (int r = 0; r < 3; ++r) {
+        QCOMPARE(qobject_cast<QLabel*>(grid->itemAtPosition(r, 0)->widget())->text(), labels.at(r));
+        QCOMPARE(qobject_cast<QPushButton*>(grid->itemAtPosition(r, 1)->widget())->text(),
+                 buttons.at(r));
+    }
+}
+
+void TestXMainWindow::aboutBox()
+{
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    action(QStringLiteral("About"))->trigger();
+    QVERIFY2(seen.startsWith(QStringLiteral("About | Vireon 1.0d\n")), qPrintable(seen));
+    for (char const* credit : {"The Vireon developers", "Qt", "Qwt", "FreeXL", "libgsf"})
+        QVERIFY2(seen.contains(QLatin1String(credit)), credit);
+}
+
+void TestXMainWindow::updateWithoutWorkspace()
+{
+    m_window->update(50);
+    QCOMPARE(m_window->shownCore(), nullptr);
+    QCOMPARE(m_window->workspace(), nullptr);
+}
+
+void TestXMainWindow::sliderValuesOnLoad_data()
+{
+    QTest::addColumn<int>("stored");
+    QTest::addColumn<int>("shown");
+    QTest::newRow("none") << -1 << 100;
+    QTest::newRow("0") << 0 << 100;
+    QTest::newRow("negative") << -7 << 100;
+    QTest::newRow("over 100") << 101 << 100;
+    QTest::newRow("40") << 40 << 40;
+    QTest::newRow("100") << 100 << 100;
+}
+
+void TestXMainWindow::sliderValuesOnLoad()
+{
+    QFETCH(int, stored);
+    QFETCH(int, shown);
+    XWorkspace* workspace = smallWorkspace(false, stored);
+    m_window->clearWorkspace(workspace);
+    QCOMPARE(slider()->value(), shown);
+    QCOMPARE(workspace->slider(), shown);
+    QCOMPARE(m_window->shownCore(), workspace->result()->csv(shown));
+    QCOMPARE(sliderLabel()->text(), QString::number(shown));
+    QCOMPARE(tabs()->currentIndex(), int(XMainWindow::CoreTab));
+    for (int tab : {1, 2, 3})
+        QVERIFY(tabs()->isTabEnabled(tab));
+    QVERIFY(!tabs()->isTabEnabled(XMainWindow::SourceTab));
+    for (char const* text : {"Save...", "Save As...", "Export Workspace..."})
+        QVERIFY(action(QString::fromLatin1(text))->isEnabled());
+}
+
+void TestXMainWindow::firstLoadAtOneLeavesLabelEmpty()
+{
+    XWorkspace* workspace = smallWorkspace(false, 1);
+    m_window->clearWorkspace(workspace);
+    QCOMPARE(slider()->value(), 1);
+    QCOMPARE(sliderLabel()->text(), QString());
+    QCOMPARE(m_window->shownCore(), workspace->result()->csv(1));
+    QCOMPARE(view(XMainWindow::CoreTab)->model()->rowCount(), 1);
+}
+
+void TestXMainWindow::startingCollectionTabFollows()
+{
+    m_window->clearWorkspace(smallWorkspace(true, 60));
+    QVERIFY(tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(view(XMainWindow::SourceTab)->model()->rowCount(), 1);
+    // The core shows the starting collection's rows first.
+    QCOMPARE(rowText(m_window->shownCore()->at(1)), QStringLiteral("s:S1|i:7|i:7"));
+    m_window->clearWorkspace(smallWorkspace(false, 60));
+    QVERIFY(!tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(view(XMainWindow::SourceTab)->model(), nullptr);
+}
+
+void TestXMainWindow::sameCoreKeepsView()
+{
+    XWorkspace* workspace = smallWorkspace(false, 60);
+    m_window->clearWorkspace(workspace);
+    XCsvTableWidget* core = view(XMainWindow::CoreTab);
+    QAbstractItemModel* model = core->model();
+    core->setCurrentIndex(model->index(1, 1));
+    slider()->setValue(80);
+    QCOMPARE(core->model(), model);
+    QCOMPARE(core->currentIndex(), model->index(1, 1));
+    QCOMPARE(workspace->slider(), 80);
+    slider()->setValue(20);
+    QVERIFY(core->model() != model);
+    QCOMPARE(m_window->shownCore(), workspace->result()->csv(20));
+    QCOMPARE(core->model()->rowCount(), 1);
+}
+
+void TestXMainWindow::nullWorkspaceKeepsState()
+{
+    m_window->clearWorkspace(smallWorkspace(true, 30));
+    m_window->clearWorkspace(nullptr);
+    QCOMPARE(m_window->workspace(), nullptr);
+    QCOMPARE(m_window->shownCore(), nullptr);
+    QVERIFY(tabs()->isTabEnabled(XMainWindow::CoreTab));
+    QVERIFY(tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(slider()->value(), 30);
+    QVERIFY(action(QStringLiteral("Save..."))->isEnabled());
+    QCOMPARE(view(XMainWindow::CoreTab)->model(), nullptr);
+    QCOMPARE(view(XMainWindow::InputTab)->model(), nullptr);
+    QCOMPARE(view(XMainWindow::SourceTab)->model(), nullptr);
+    m_window->update(40);
+    QCOMPARE(m_window->shownCore(), nullptr);
+}
+
+void TestXMainWindow::newToResult()
+{
+    runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1, 42);
+    XWorkspace* workspace = m_window->workspace();
+    QVERIFY(workspace);
+    QVERIFY(workspace->isComplete());
+    QCOMPARE(workspace->csv()->rows(), 705);
+    QCOMPARE(workspace->src(), nullptr);
+    QVERIFY(!workspace->hasSource());
+    QCOMPARE(tabs()->currentIndex(), int(XMainWindow::CoreTab));
+    for (int tab : {1, 2, 3})
+        QVERIFY(tabs()->isTabEnabled(tab));
+    QVERIFY(!tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(slider()->value(), 100);
+    QCOMPARE(m_window->shownCore(), workspace->result()->csv(100));
+    QCOMPARE(view(XMainWindow::InputTab)->model()->rowCount(), 704);
+    QCOMPARE(workspace->result()->count(100), 373);
+    auto* graph = qobject_cast<XGraphWidget*>(tabs()->widget(XMainWindow::GraphTab));
+    QVERIFY(graph->itemList(QwtPlotItem::Rtti_PlotCurve).size() >= 3);
+
+    slider()->setValue(10);
+    QCOMPARE(m_window->shownCore(), workspace->result()->csv(10));
+    QCOMPARE(workspace->slider(), 10);
+    QVERIFY(m_window->shownCore()->rows() < workspace->result()->csv(100)->rows());
+    for (char const* text : {"Save...", "Save As...", "Export Workspace..."})
+        QVERIFY(action(QString::fromLatin1(text))->isEnabled());
+}
+
+void TestXMainWindow::runWithStartingCollection()
+{
+    runAnalysis(examples + QStringLiteral("/microbov.csv"),
+                examples + QStringLiteral("/microbov_start.csv"), 1, 7);
+    XWorkspace* workspace = m_window->workspace();
+    QVERIFY(workspace);
+    QVERIFY(workspace->hasSource());
+    QVERIFY(tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(view(XMainWindow::SourceTab)->model()->rowCount(), 5);
+    XCsv* core = workspace->result()->csv(1);
+    QCOMPARE(rowText(core->at(1)), rowText(workspace->src()->at(1)));
+}
+
+void TestXMainWindow::saveAndSaveAs_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("workbook");
+    QTest::newRow("csv") << "core.csv" << false;
+    QTest::newRow("xls") << "core.xls" << true;
+    QTest::newRow("upper-case XLS is text") << "core.XLS" << false;
+    QTest::newRow("no suffix") << "core" << false;
+    QTest::newRow("other suffix") << "core.txt" << false;
+}
+
+void TestXMainWindow::saveAndSaveAs()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, workbook);
+    XWorkspace* workspace = smallWorkspace(true, 70);
+    m_window->clearWorkspace(workspace);
+    const QString path = m_dir->filePath(name);
+    QString filterSeen;
+    XFileDialog::setSaveHook([&](QWidget*, QString const& filter) {
+        ++m_saveQuestions;
+        filterSeen = filter;
+        return path;
+    });
+    action(QStringLiteral("Save..."))->trigger();
+    QCOMPARE(m_saveQuestions, 1);
+    QCOMPARE(filterSeen, QStringLiteral("Comma separated value files (*.csv);;"
+                                        "Microsoft Excel files (*.xls)"));
+    QCOMPARE(workspace->savePath(), path);
+    QVERIFY(QFile::exists(path));
+    const QByteArray bytes = readAll(path);
+    if (workbook) {
+        QVERIFY(bytes.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1")));
+        QString error;
+        QScopedPointer<XCsv> back(XSpreadsheet::read(path, &error));
+        QVERIFY2(back, qPrintable(error));
+        QCOMPARE(back->data().size(), m_window->shownCore()->rows());
+    } else {
+        QCOMPARE(QString::fromUtf8(bytes), m_window->shownCore()->toString());
+        QCOMPARE(QString::fromUtf8(bytes), QStringLiteral("\"Name\",\"M\",\"M\"\n\"S1\",7,7\n"
+                                                          "\"A1\",1,2\n\"A2\",3,4\n"));
+    }
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Core collection saved to ") + path);
+
+    // Save As always asks, even with a save path.
+    const QString other = m_dir->filePath(QStringLiteral("other.csv"));
+    answerSave(other);
+    action(QStringLiteral("Save As..."))->trigger();
+    QCOMPARE(m_saveQuestions, 2);
+    QCOMPARE(workspace->savePath(), other);
+    QVERIFY(QFile::exists(other));
+}
+
+void TestXMainWindow::saveAgainWritesWithoutAsking()
+{
+    XWorkspace* workspace = smallWorkspace(false, 70);
+    m_window->clearWorkspace(workspace);
+    const QString path = m_dir->filePath(QStringLiteral("core.csv"));
+    answerSave(path);
+    action(QStringLiteral("Save..."))->trigger();
+    QCOMPARE(m_saveQuestions, 1);
+    const QByteArray first = readAll(path);
+    slider()->setValue(10);
+    action(QStringLiteral("Save..."))->trigger();
+    QCOMPARE(m_saveQuestions, 1);
+    const QByteArray second = readAll(path);
+    QVERIFY(second != first);
+    QCOMPARE(QString::fromUtf8(second), workspace->result()->csv(10)->toString());
+}
+
+void TestXMainWindow::saveFailureReported()
+{
+    m_window->clearWorkspace(smallWorkspace(false, 70));
+    const QString path = m_dir->filePath(QStringLiteral("missing/dir/core.csv"));
+    answerSave(path);
+    action(QStringLiteral("Save As..."))->trigger();
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(m_window->statusBar()->currentMessage(), QStringLiteral("Could not write ") + path);
+    answerSave(m_dir->filePath(QStringLiteral("missing/w.ccw")));
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Could not write ") + m_dir->filePath(QStringLiteral("missing/w.ccw")));
+}
+
+void TestXMainWindow::exportThenImport()
+{
+    XWorkspace* original = smallWorkspace(true, 42);
+    m_window->clearWorkspace(original);
+    const QString text = original->toString();
+    const QString path = m_dir->filePath(QStringLiteral("analysis.ccw"));
+    QString filterSeen;
+    XFileDialog::setSaveHook([&](QWidget*, QString const& filter) {
+        filterSeen = filter;
+        return path;
+    });
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QCOMPARE(filterSeen, QStringLiteral("Workspace files (*.ccw)"));
+    QCOMPARE(QString::fromUtf8(readAll(path)), text);
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Workspace exported to ") + path);
+
+    // Show something else, then import the file back.
+    m_window->clearWorkspace(smallWorkspace(false, 10));
+    XFileDialog::setOpenHook([&](QWidget*, QString const& filter) {
+        filterSeen = filter;
+        return path;
+    });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(filterSeen, QStringLiteral("Workspace files (*.ccw)"));
+    XWorkspace* imported = m_window->workspace();
+    QVERIFY(imported);
+    QCOMPARE(imported->toString(), text);
+    QCOMPARE(slider()->value(), 42);
+    QVERIFY(tabs()->isTabEnabled(XMainWindow::SourceTab));
+    QCOMPARE(gridText(*m_window->shownCore()), gridText(*imported->result()->csv(42)));
+    QCOMPARE(view(XMainWindow::InputTab)->model()->rowCount(), 3);
+    QCOMPARE(imported->savePath(), QString());
+}
+
+void TestXMainWindow::exportKeepsSavePath()
+{
+    XWorkspace* workspace = smallWorkspace(false, 70);
+    m_window->clearWorkspace(workspace);
+    const QString core = m_dir->filePath(QStringLiteral("core.csv"));
+    answerSave(core);
+    action(QStringLiteral("Save..."))->trigger();
+    answerSave(m_dir->filePath(QStringLiteral("w.ccw")));
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QCOMPARE(workspace->savePath(), core);
+    action(QStringLiteral("Save..."))->trigger();
+    QCOMPARE(m_saveQuestions, 2);
+}
+
+void TestXMainWindow::importReplaces()
+{
+    const QString path = m_dir->filePath(QStringLiteral("plain.ccw"));
+    {
+        QScopedPointer<XWorkspace> plain(smallWorkspace(false, 90));
+        QVERIFY(writeText(path, plain->toString().toUtf8()));
+    }
+    QPointer<XWorkspace> shown = smallWorkspace(true, 20);
+    m_window->clearWorkspace(shown);
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    QTest::mouseClick(button(QStringLiteral("Import")), Qt::LeftButton);
+    QVERIFY(shown.isNull());
+    QVERIFY(m_window->workspace());
+    QCOMPARE(slider()->value(), 90);
+    QVERIFY(!tabs()->isTabEnabled(XMainWindow::SourceTab));
+}
+
+void TestXMainWindow::importRefusesIncomplete_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty file") << QByteArray();
+    QTest::newRow("not a workspace") << QByteArray("Name,M\nA,1\n");
+    QTest::newRow("truncated") << QByteArray(
+        "SliderValue=3\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n1,1\n");
+    QTest::newRow("binary") << QByteArray::fromHex("d0cf11e0a1b11ae100ff00ff");
+}
+
+void TestXMainWindow::importRefusesIncomplete()
+{
+    QFETCH(QByteArray, content);
+    QPointer<XWorkspace> shown = smallWorkspace(false, 33);
+    m_window->clearWorkspace(shown);
+    const QString path = m_dir->filePath(QStringLiteral("bad.ccw"));
+    QVERIFY(writeText(path, content));
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(seen, QStringLiteral("Error | The file %1 is not a valid workspace file: it does not "
+                                  "hold a whole analysis. The analysis shown stays as it is.")
+                       .arg(path));
+    QCOMPARE(m_window->workspace(), shown.data());
+    QCOMPARE(slider()->value(), 33);
+}
+
+void TestXMainWindow::cancelledDialogsDoNothing()
+{
+    XWorkspace* workspace = smallWorkspace(false, 70);
+    m_window->clearWorkspace(workspace);
+    answerSave(QString());
+    action(QStringLiteral("Save..."))->trigger();
+    action(QStringLiteral("Save As..."))->trigger();
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QCOMPARE(m_saveQuestions, 3);
+    QCOMPARE(workspace->savePath(), QString());
+    XFileDialog::setOpenHook([](QWidget*, QString const&) { return QString(); });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(m_window->workspace(), workspace);
+    QVERIFY(QDir(m_dir->path()).entryList(QDir::Files).isEmpty());
+}
+
+void TestXMainWindow::engineErrorShown()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 50);
+    m_window->clearWorkspace(shown);
+    const QString start = m_dir->filePath(QStringLiteral("start.csv"));
+    QVERIFY(writeText(start, "Name,INRA63\nX,1\n"));
+    QString seen;
+    whenModalsOpen({[&](QWidget* modal) {
+        // The wizard.
+        whenModalOpens([&seen](QWidget* box) {
+            seen = messageOf(box);
+            box->close();
+        });
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        QVERIFY(wizard);
+        wizard->next();
+        QWidget* page = wizard->currentPage();
+        XFileDialog::setOpenHook(
+            [](QWidget*, QString const&) { return examples + QStringLiteral("/microbov.csv"); });
+        QMetaObject::invokeMethod(page, "csvBrowseButtonClicked");
+        page->findChild<QCheckBox*>()->setChecked(true);
+        XFileDialog::setOpenHook([start](QWidget*, QString const&) { return start; });
+        QMetaObject::invokeMethod(page, "srcBrowseButtonClicked");
+        wizard->next();
+        wizard->accept();
+    }});
+    m_window->wizard();
+    QTRY_COMPARE(seen, QStringLiteral("Error | Different headers."));
+    QCOMPARE(m_window->workspace(), shown.data());
+    QVERIFY(action(QStringLiteral("Save..."))->isEnabled());
+}
+
+void TestXMainWindow::emptyInputRefused()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 50);
+    m_window->clearWorkspace(shown);
+    QPointer<XCsv> csv = new XCsv(QStringLiteral("Name,M,M\n"));
+    QPointer<XCsv> src = new XCsv(QStringLiteral("Name,M,M\n"));
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    m_window->parseCsv(csv, src, 1, 1);
+    QCOMPARE(seen, QStringLiteral("Error | The input table has no accessions: it needs at least "
+                                  "one row below its header row."));
+    QVERIFY(csv.isNull());
+    QVERIFY(src.isNull());
+    QCOMPARE(m_window->workspace(), shown.data());
+}
+
+void TestXMainWindow::abortKeepsPreviousWorkspace_data()
+{
+    QTest::addColumn<int>("abortAt");
+    QTest::newRow("right after start") << 0;
+    QTest::newRow("mid-search") << 30;
+}
+
+void TestXMainWindow::abortKeepsPreviousWorkspace()
+{
+    QFETCH(int, abortAt);
+    QPointer<XWorkspace> shown = smallWorkspace(false, 50);
+    m_window->clearWorkspace(shown);
+    // Large enough that the search is still running when Abort is pressed.
+    XCsv::Grid grid{{QStringLiteral("Name")}};
+    for (int c = 0; c < 400; ++c)
+        grid[0] << QStringLiteral("M%1").arg(c / 2);
+    for (int r = 1; r <= 1500; ++r) {
+        XCsv::Row row{QStringLiteral("A%1").arg(r)};
+        for (int c = 0; c < 400; ++c)
+            row << (r * 7919 + c * 104729) % 23;
+        grid << row;
+    }
+    QPointer<XCsv> csv = new XCsv(grid);
+    bool aborted = false;
+    QElapsedTimer sinceAbort;
+    whenModalOpens([&](QWidget* modal) {
+        auto* progress = qobject_cast<QProgressDialog*>(modal);
+        QVERIFY(progress);
+        QCOMPARE(progress->labelText(), QStringLiteral("Working..."));
+        QCOMPARE(progress->minimum(), 1);
+        QCOMPARE(progress->maximum(), 100);
+        QPushButton* abort = progress->findChild<QPushButton*>();
+        QVERIFY(abort);
+        QCOMPARE(abort->text(), QStringLiteral("Abort"));
+        auto* poll = new QTimer(progress);
+        connect(poll, &QTimer::timeout, progress, [&, progress, abort, poll] {
+            if (progress->value() < abortAt)
+                return;
+            poll->stop();
+            aborted = true;
+            sinceAbort.start();
+            abort->click();
+        });
+        poll->start(5);
+    });
+    m_window->parseCsv(csv, nullptr, 20, 3);
+    QVERIFY(aborted);
+    // The run ends soon after Abort, and leaves nothing behind.
+    QVERIFY2(sinceAbort.elapsed() < 2000, qPrintable(QString::number(sinceAbort.elapsed())));
+    QVERIFY(csv.isNull());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->workspace(), shown.data());
+    const QString path = m_dir->filePath(QStringLiteral("after.csv"));
+    answerSave(path);
+    action(QStringLiteral("Save..."))->trigger();
+    QCOMPARE(QString::fromUtf8(readAll(path)), m_window->shownCore()->toString());
+}
+
+void TestXMainWindow::sampleDialogCloses()
+{
+    bool seen = false;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = qobject_cast<XSample*>(modal) != nullptr;
+        int pictures = 0;
+        for (QLabel* label : modal->findChildren<QLabel*>()) {
+            if (label->pixmap(Qt::ReturnByValue).width() > 300)
+                ++pictures;
+        }
+        QCOMPARE(pictures, 2);
+        QPushButton* close = nullptr;
+        for (QPushButton* b : modal->findChildren<QPushButton*>()) {
+            if (b->text() == QStringLiteral("Close"))
+                close = b;
+        }
+        if (close)
+            close->click();
+        else
+            modal->close();
+    });
+    QTest::mouseClick(button(QStringLiteral("Sample")), Qt::LeftButton);
+    QVERIFY(seen);
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
+    QCOMPARE(m_window->workspace(), nullptr);
+}
+
+QTEST_MAIN(TestXMainWindow)
+#include "tst_xmainwindow.moc"

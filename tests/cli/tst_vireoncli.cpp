@@ -1,0 +1,253 @@
+#include "CellText.h"
+#include "XCsv.h"
+#include "XResult.h"
+#include "XWorkspace.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+Outcome runCli(QStringList const& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(VIREON_CLI), arguments);
+    Outcome outcome;
+    if (!process.waitForFinished(120000))
+        return outcome;
+    outcome.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    outcome.out = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.err = QString::fromUtf8(process.readAllStandardError());
+    return outcome;
+}
+
+} // namespace
+
+class TestVireonCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void help();
+    void version();
+    void summary();
+    void summaryWithStart();
+    void resultEqualsWorkspaceSection();
+    void outputWritesCoreOfPercent();
+    void clockSeedIsPrinted();
+    void usageErrors_data();
+    void usageErrors();
+    void engineErrors_data();
+    void engineErrors();
+    void microbovExample();
+
+private:
+    QString file(QString const& name, QString const& text);
+    QTemporaryDir* m_dir = nullptr;
+};
+
+void TestVireonCli::init()
+{
+    m_dir = new QTemporaryDir;
+    QVERIFY(m_dir->isValid());
+}
+
+void TestVireonCli::cleanup()
+{
+    delete m_dir;
+    m_dir = nullptr;
+}
+
+QString TestVireonCli::file(QString const& name, QString const& text)
+{
+    const QString path = m_dir->filePath(name);
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Text))
+        f.write(text.toUtf8());
+    return path;
+}
+
+void TestVireonCli::help()
+{
+    const Outcome o = runCli({QStringLiteral("--help")});
+    QCOMPARE(o.status, 0);
+    for (const char* option : {"--start", "--iterations", "--seed", "--workspace", "--output",
+                               "--percent", "--result", "--quiet", "INPUT"})
+        QVERIFY2(o.out.contains(QLatin1String(option)), option);
+}
+
+void TestVireonCli::version()
+{
+    const Outcome o = runCli({QStringLiteral("--version")});
+    QCOMPARE(o.status, 0);
+    QCOMPARE(o.out, QStringLiteral("vireon-cli 1.0\n"));
+}
+
+void TestVireonCli::summary()
+{
+    // Either row covers half of the four alleles; both cover all.
+    const QString input =
+        file(QStringLiteral("in.csv"), QStringLiteral("Name,M1,M1\nA,1,2\nB,3,4\n"));
+    const Outcome o = runCli({QStringLiteral("-r"), QStringLiteral("7"), input});
+    QCOMPARE(o.status, 0);
+    QCOMPARE(o.out, QStringLiteral("percent\taccessions\talleles\trecounted\n"
+                                   "1-50\t1\t2\t2\n"
+                                   "51-100\t2\t4\t4\n"
+                                   "Total alleles: 4; seed: 7\n"));
+    QCOMPARE(o.err, QString()); // not a terminal: no progress
+}
+
+void TestVireonCli::summaryWithStart()
+{
+    const QString input =
+        file(QStringLiteral("in.csv"), QStringLiteral("Name,M1,M1\nA,1,2\nB,3,4\n"));
+    const QString start = file(QStringLiteral("start.csv"), QStringLiteral("Name,M1,M1\nS,5,6\n"));
+    const Outcome o = runCli({QStringLiteral("--seed"), QStringLiteral("3"), QStringLiteral("-s"),
+                              start, QStringLiteral("-i"), QStringLiteral("2"), input});
+    QCOMPARE(o.status, 0);
+    QCOMPARE(o.out, QStringLiteral("percent\taccessions\talleles\trecounted\n"
+                                   "1-33\t1\t2\t2\n"
+                                   "34-66\t2\t4\t4\n"
+                                   "67-100\t3\t6\t6\n"
+                                   "Total alleles: 6; seed: 3\n"));
+}
+
+void TestVireonCli::resultEqualsWorkspaceSection()
+{
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    const QString start = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv");
+    const QString workspace = m_dir->filePath(QStringLiteral("run.ccw"));
+    const Outcome o =
+        runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                QStringLiteral("42"), QStringLiteral("-s"), start, QStringLiteral("-w"), workspace,
+                QStringLiteral("-p"), QStringLiteral("60"), QStringLiteral("--result"), input});
+    QCOMPARE(o.status, 0);
+    QCOMPARE(o.out.count(QLatin1Char('\n')), 100);
+    XWorkspace read(workspace);
+    QVERIFY(read.isComplete());
+    QVERIFY(read.hasSource());
+    QCOMPARE(read.slider(), 60);
+    QCOMPARE(read.result()->toString(), o.out);
+    QCOMPARE(gridText(*read.csv()), gridText(XCsv(input)));
+}
+
+void TestVireonCli::outputWritesCoreOfPercent()
+{
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    const QString core = m_dir->filePath(QStringLiteral("core.csv"));
+    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                              QStringLiteral("1"), QStringLiteral("-p"), QStringLiteral("75"),
+                              QStringLiteral("-o"), core, QStringLiteral("--result"), input});
+    QCOMPARE(o.status, 0);
+    XCsv table(input);
+    XResult result(o.out, &table, nullptr);
+    XCsv written(core);
+    QCOMPARE(gridText(written), gridText(*result.csv(75)));
+    QCOMPARE(written.rows(), result.entries().at(74).second.size() + 1);
+}
+
+void TestVireonCli::clockSeedIsPrinted()
+{
+    const QString input =
+        file(QStringLiteral("in.csv"),
+             QStringLiteral("Name,M1,M1,M2\nA,1,2,3\nB,3,4,3\nC,1,4,5\nD,2,2,6\n"));
+    const Outcome first = runCli({input});
+    QCOMPARE(first.status, 0);
+    const QString last = first.out.trimmed().split(QLatin1Char('\n')).last();
+    QVERIFY(last.startsWith(QLatin1String("Total alleles: 7; seed: ")));
+    const QString seed = last.mid(last.lastIndexOf(QLatin1Char(' ')) + 1);
+    QVERIFY(seed != QLatin1String("0"));
+    const Outcome again = runCli({QStringLiteral("-r"), seed, input});
+    QCOMPARE(again.out, first.out);
+}
+
+void TestVireonCli::usageErrors_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv");
+    QTest::newRow("no input") << QStringList{} << "no INPUT given.";
+    QTest::newRow("two inputs") << QStringList{input, input} << "only one INPUT may be given.";
+    QTest::newRow("unknown option") << QStringList{"--fast", input} << "Unknown option 'fast'.";
+    QTest::newRow("iterations 0") << QStringList{"-i", "0", input}
+                                  << "--iterations needs a whole number of at least 1.";
+    QTest::newRow("iterations text")
+        << QStringList{"-i", "ten", input} << "--iterations needs a whole number of at least 1.";
+    QTest::newRow("seed text") << QStringList{"-r", " 4", input} << "--seed needs a whole number.";
+    QTest::newRow("percent 0") << QStringList{"-p", "0", input}
+                               << "--percent needs a whole number from 1 to 100.";
+    QTest::newRow("percent 101") << QStringList{"-p", "101", input}
+                                 << "--percent needs a whole number from 1 to 100.";
+    QTest::newRow("wrong suffix")
+        << QStringList{"table.txt"}
+        << "table.txt: The file you selected is not a .csv or a .xls file.";
+    QTest::newRow("start wrong suffix")
+        << QStringList{"-s", "start.dat", input}
+        << "start.dat: The file you selected is not a .csv or a .xls file.";
+}
+
+void TestVireonCli::usageErrors()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+    const Outcome o = runCli(arguments);
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.out, QString());
+    QVERIFY2(o.err.contains(message), qPrintable(o.err));
+}
+
+void TestVireonCli::engineErrors_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("different headers") << "Name,M1,M1\nA,1,2\n"
+                                       << "Name,M1,M2\nS,1,2\n"
+                                       << "Different headers.\n";
+    QTest::newRow("invalid value") << "Name,M1,M1\nA,1,-2\n"
+                                   << ""
+                                   << "Invalid value in csv.\n";
+    QTest::newRow("no accessions") << "Name,M1,M1\n"
+                                   << ""
+                                   << "The input table has no accessions.\n";
+}
+
+void TestVireonCli::engineErrors()
+{
+    QFETCH(QString, input);
+    QFETCH(QString, start);
+    QFETCH(QString, message);
+    QStringList arguments{file(QStringLiteral("in.csv"), input)};
+    if (!start.isEmpty())
+        arguments << QStringLiteral("--start") << file(QStringLiteral("start.csv"), start);
+    const Outcome o = runCli(arguments);
+    QCOMPARE(o.status, 1);
+    QCOMPARE(o.out, QString());
+    QCOMPARE(o.err, message);
+}
+
+void TestVireonCli::microbovExample()
+{
+    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                              QStringLiteral("1"), QStringLiteral("--result"),
+                              QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
+    QCOMPARE(o.status, 0);
+    QFile fixture(QStringLiteral(VIREON_FIXTURES_DIR "/engine/microbov_i1_s1.txt"));
+    QVERIFY(fixture.open(QIODevice::ReadOnly | QIODevice::Text));
+    QCOMPARE(o.out, QString::fromUtf8(fixture.readAll()));
+}
+
+QTEST_GUILESS_MAIN(TestVireonCli)
+#include "tst_vireoncli.moc"
