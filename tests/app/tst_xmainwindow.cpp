@@ -419,8 +419,9 @@ void TestXMainWindow::nullWorkspaceKeepsState()
 void TestXMainWindow::newToResult()
 {
     runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1, 42);
+    // The result arrives as a queued call, possibly after the wizard has closed.
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
     XWorkspace* workspace = m_window->workspace();
-    QVERIFY(workspace);
     QVERIFY(workspace->isComplete());
     QCOMPARE(workspace->csv()->rows(), 705);
     QCOMPARE(workspace->src(), nullptr);
@@ -448,8 +449,9 @@ void TestXMainWindow::runWithStartingCollection()
 {
     runAnalysis(examples + QStringLiteral("/microbov.csv"),
                 examples + QStringLiteral("/microbov_start.csv"), 1, 7);
+    // The result arrives as a queued call, possibly after the wizard has closed.
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
     XWorkspace* workspace = m_window->workspace();
-    QVERIFY(workspace);
     QVERIFY(workspace->hasSource());
     QVERIFY(tabs()->isTabEnabled(XMainWindow::SourceTab));
     QCOMPARE(view(XMainWindow::SourceTab)->model()->rowCount(), 5);
@@ -682,7 +684,7 @@ void TestXMainWindow::engineErrorShown()
         wizard->accept();
     }});
     m_window->wizard();
-    QTRY_COMPARE(seen, QStringLiteral("Error | Different headers."));
+    QTRY_COMPARE_WITH_TIMEOUT(seen, QStringLiteral("Error | Different headers."), 60000);
     QCOMPARE(m_window->workspace(), shown.data());
     QVERIFY(action(QStringLiteral("Save..."))->isEnabled());
 }
