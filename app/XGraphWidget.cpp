@@ -3,12 +3,50 @@
 #include "XCsv.h"
 #include "XResult.h"
 
+#include <QPainter>
 #include <QVector>
+
+#include <memory>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_map.h>
 #include <qwt_text.h>
 
 namespace {
+
+// A core-size line whose label steps aside when it would run into the label
+// of a smaller core: neighbouring cores often differ by one accession, and
+// their numbers would print on top of each other. The line is always drawn.
+class CoreSizeMarker : public QwtPlotMarker
+{
+public:
+    CoreSizeMarker(std::shared_ptr<QVector<double>> sizes, int index)
+        : m_sizes(std::move(sizes)), m_index(index)
+    {
+    }
+
+protected:
+    void drawLabel(QPainter* painter, QRectF const& canvasRect,
+                   QPointF const& position) const override
+    {
+        // Left to right, a label is drawn when it clears the last one drawn.
+        const QwtScaleMap map = plot()->canvasMap(xAxis());
+        const double width = label().textSize(painter->font()).width() + 6;
+        double lastDrawn = -1e9;
+        for (int i = 0; i <= m_index; ++i) {
+            const double x = map.transform(m_sizes->at(i));
+            if (x - lastDrawn >= width) {
+                if (i == m_index)
+                    QwtPlotMarker::drawLabel(painter, canvasRect, position);
+                lastDrawn = x;
+            }
+        }
+    }
+
+private:
+    std::shared_ptr<QVector<double>> m_sizes;
+    int m_index;
+};
 
 QPen makePen(QBrush const& brush, qreal width, Qt::PenStyle style, Qt::PenCapStyle cap)
 {
@@ -59,7 +97,7 @@ void XGraphWidget::setResult(XResult* result)
     deleteAll(m_percentMarkers);
     deleteAll(m_sizeMarkers);
 
-    QVector<double> x;
+    auto x = std::make_shared<QVector<double>>();
     QVector<double> y;
     XCsv const* previous = nullptr;
     for (int v = 1; result && v <= 100; ++v) {
@@ -68,7 +106,7 @@ void XGraphWidget::setResult(XResult* result)
             continue;
         previous = table;
         const int size = table->rows() - 1;
-        auto* marker = new QwtPlotMarker;
+        auto* marker = new CoreSizeMarker(x, x->size());
         marker->setLabel(QwtText(QString::number(size)));
         marker->setLabelAlignment(Qt::AlignRight | Qt::AlignBottom);
         marker->setLineStyle(QwtPlotMarker::VLine);
@@ -76,7 +114,7 @@ void XGraphWidget::setResult(XResult* result)
         marker->setXValue(size);
         marker->attach(this);
         m_sizeMarkers << marker;
-        x << size;
+        *x << size;
         y << result->count(v);
     }
 
@@ -84,14 +122,14 @@ void XGraphWidget::setResult(XResult* result)
     m_line->setStyle(QwtPlotCurve::Lines);
     m_line->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_line->setPen(m_linePen);
-    m_line->setSamples(x, y);
+    m_line->setSamples(*x, y);
     m_line->attach(this);
 
     m_points = new QwtPlotCurve;
     m_points->setStyle(QwtPlotCurve::Dots);
     m_points->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_points->setPen(m_pointPen);
-    m_points->setSamples(x, y);
+    m_points->setSamples(*x, y);
     m_points->attach(this);
 
     // An invisible point keeps the origin inside the autoscaled axes. Earlier

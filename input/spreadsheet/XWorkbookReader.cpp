@@ -1,5 +1,6 @@
 #include "XWorkbookReader.h"
 
+#include "XCompoundFileCheck.h"
 #include "XCsv.h"
 
 #include <QCoreApplication>
@@ -113,6 +114,8 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
         return nullptr;
     };
 
+    if (!XCompoundFileCheck::directoryIsSound(fileName))
+        return fail(unreadableMessage());
     Workbook book(fileName);
     if (!book.isOpen())
         return fail(unreadableMessage());

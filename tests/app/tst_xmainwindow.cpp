@@ -661,30 +661,18 @@ void TestXMainWindow::engineErrorShown()
 {
     QPointer<XWorkspace> shown = smallWorkspace(false, 50);
     m_window->clearWorkspace(shown);
-    const QString start = m_dir->filePath(QStringLiteral("start.csv"));
-    QVERIFY(writeText(start, "Name,INRA63\nX,1\n"));
+    QPointer<XCsv> csv = new XCsv(examples + QStringLiteral("/microbov.csv"));
+    QPointer<XCsv> src = new XCsv(QStringLiteral("Name,INRA63\nX,1\n"));
     QString seen;
-    whenModalsOpen({[&](QWidget* modal) {
-        // The wizard.
-        whenModalOpens([&seen](QWidget* box) {
-            seen = messageOf(box);
-            box->close();
-        });
-        auto* wizard = qobject_cast<XWizard*>(modal);
-        QVERIFY(wizard);
-        wizard->next();
-        QWidget* page = wizard->currentPage();
-        XFileDialog::setOpenHook(
-            [](QWidget*, QString const&) { return examples + QStringLiteral("/microbov.csv"); });
-        QMetaObject::invokeMethod(page, "csvBrowseButtonClicked");
-        page->findChild<QCheckBox*>()->setChecked(true);
-        XFileDialog::setOpenHook([start](QWidget*, QString const&) { return start; });
-        QMetaObject::invokeMethod(page, "srcBrowseButtonClicked");
-        wizard->next();
-        wizard->accept();
-    }});
-    m_window->wizard();
+    whenDialogOpens<QMessageBox>([&seen](QMessageBox* box) {
+        seen = messageOf(box);
+        box->close();
+    });
+    m_window->parseCsv(csv, src, 1, 1);
     QTRY_COMPARE_WITH_TIMEOUT(seen, QStringLiteral("Error | Different headers."), 60000);
+    // The failed run's tables are gone; the analysis shown stays.
+    QVERIFY(csv.isNull());
+    QVERIFY(src.isNull());
     QCOMPARE(m_window->workspace(), shown.data());
     QVERIFY(action(QStringLiteral("Save..."))->isEnabled());
 }
