@@ -3,13 +3,22 @@
 #include "XCompoundFileCheck.h"
 #include "XCsv.h"
 
+#include <QByteArray>
 #include <QCoreApplication>
+#include <QDataStream>
+#include <QElapsedTimer>
 #include <QFile>
 
 #include <freexl.h>
 
+#include <cerrno>
 #include <climits>
 #include <cmath>
+#include <poll.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -106,6 +115,173 @@ QString XWorkbookReader::emptyWorksheetMessage()
         "XCsvSelectionPage", "Error while parsing the .xls file: the first worksheet is empty.");
 }
 
+namespace {
+
+// What reading a workbook came to. Messages are made from it in the calling
+// process: the reading itself runs in a child, where nothing that may take
+// a lock (translations, say) is touched.
+struct Outcome
+{
+    enum Code : qint32 { Read, Unreadable, Encrypted, NoWorksheet, EmptyWorksheet, BadCell };
+    qint32 code = Unreadable;
+    qint32 row = 0;
+    qint32 column = 0;
+    XCsv::Grid grid;
+};
+
+Outcome readWorkbook(QString const& fileName)
+{
+    Outcome outcome;
+    Workbook book(fileName);
+    if (!book.isOpen())
+        return outcome;
+    if (book.info(FREEXL_BIFF_PASSWORD) == FREEXL_BIFF_OBFUSCATED) {
+        outcome.code = Outcome::Encrypted;
+        return outcome;
+    }
+    if (book.info(FREEXL_BIFF_SHEET_COUNT) == 0 ||
+        freexl_select_active_worksheet(book.handle(), 0) != FREEXL_OK) {
+        outcome.code = Outcome::NoWorksheet;
+        return outcome;
+    }
+    unsigned rows = 0;
+    unsigned short columns = 0;
+    if (freexl_worksheet_dimensions(book.handle(), &rows, &columns) != FREEXL_OK)
+        return outcome;
+    if (rows == 0 || columns == 0) {
+        outcome.code = Outcome::EmptyWorksheet;
+        return outcome;
+    }
+    outcome.grid.reserve(int(rows));
+    for (unsigned r = 0; r < rows; ++r) {
+        XCsv::Row row;
+        row.reserve(columns);
+        for (unsigned short c = 0; c < columns; ++c) {
+            FreeXL_CellValue cell;
+            QVariant value;
+            if (freexl_get_cell_value(book.handle(), r, c, &cell) == FREEXL_OK)
+                value = cellValue(cell);
+            if (!value.isValid()) {
+                outcome = Outcome();
+                outcome.code = Outcome::BadCell;
+                outcome.row = qint32(r);
+                outcome.column = qint32(c);
+                return outcome;
+            }
+            row << value;
+        }
+        outcome.grid << row;
+    }
+    outcome.code = Outcome::Read;
+    return outcome;
+}
+
+QByteArray encode(Outcome const& outcome)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << outcome.code << outcome.row << outcome.column << outcome.grid;
+    return bytes;
+}
+
+bool decode(QByteArray const& bytes, Outcome& outcome)
+{
+    QDataStream in(bytes);
+    in >> outcome.code >> outcome.row >> outcome.column >> outcome.grid;
+    return in.status() == QDataStream::Ok && outcome.code >= Outcome::Read &&
+           outcome.code <= Outcome::BadCell;
+}
+
+bool writeAll(int fd, QByteArray const& bytes)
+{
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n = ::write(fd, bytes.constData() + done, size_t(bytes.size() - done));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return false;
+        done += n;
+    }
+    return true;
+}
+
+// The workbook library crashes, loops or allocates without bound on some
+// damaged files. Reading in a child process keeps all of that away from the
+// program: a child that dies, runs too long or sends nothing usable means
+// the file is unreadable.
+#ifndef VIREON_XLS_READING_LIMIT_MS
+// The largest sheet a workbook can hold reads in a few seconds.
+#define VIREON_XLS_READING_LIMIT_MS 30000
+#endif
+const int readingLimitMs = VIREON_XLS_READING_LIMIT_MS;
+
+Outcome readIsolated(QString const& fileName)
+{
+    int fds[2];
+    if (::pipe(fds) != 0)
+        return readWorkbook(fileName);
+    const pid_t pid = ::fork();
+    if (pid < 0) {
+        ::close(fds[0]);
+        ::close(fds[1]);
+        return readWorkbook(fileName);
+    }
+    if (pid == 0) {
+        ::close(fds[0]);
+        // A crash here ends this child only, quietly, whatever crash
+        // handlers the program installed.
+        for (int sig : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
+            ::signal(sig, SIG_DFL);
+#ifndef VIREON_SANITIZED
+        // An address-space cap would break the sanitizers' shadow memory.
+        rlimit limit{rlim_t(8) << 30, rlim_t(8) << 30};
+        ::setrlimit(RLIMIT_AS, &limit);
+#endif
+        const bool sent = writeAll(fds[1], encode(readWorkbook(fileName)));
+        ::close(fds[1]);
+        ::_exit(sent ? 0 : 1);
+    }
+
+    ::close(fds[1]);
+    QByteArray bytes;
+    QElapsedTimer clock;
+    clock.start();
+    bool timedOut = false;
+    char buffer[65536];
+    for (;;) {
+        const qint64 left = readingLimitMs - clock.elapsed();
+        if (left <= 0) {
+            timedOut = true;
+            break;
+        }
+        pollfd ready{fds[0], POLLIN, 0};
+        const int polled = ::poll(&ready, 1, int(qMin<qint64>(left, 1000)));
+        if (polled < 0 && errno != EINTR)
+            break;
+        if (polled <= 0)
+            continue;
+        const ssize_t n = ::read(fds[0], buffer, sizeof buffer);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            break;
+        bytes.append(buffer, int(n));
+    }
+    ::close(fds[0]);
+    if (timedOut)
+        ::kill(pid, SIGKILL);
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    }
+    Outcome outcome;
+    if (timedOut || !WIFEXITED(status) || WEXITSTATUS(status) != 0 || !decode(bytes, outcome))
+        return Outcome();
+    return outcome;
+}
+
+} // namespace
+
 XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
 {
     auto fail = [error](QString const& message) -> XCsv* {
@@ -116,38 +292,19 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
 
     if (!XCompoundFileCheck::directoryIsSound(fileName))
         return fail(unreadableMessage());
-    Workbook book(fileName);
-    if (!book.isOpen())
-        return fail(unreadableMessage());
-    if (book.info(FREEXL_BIFF_PASSWORD) == FREEXL_BIFF_OBFUSCATED)
+    Outcome outcome = readIsolated(fileName);
+    switch (outcome.code) {
+    case Outcome::Read:
+        return new XCsv(outcome.grid, nullptr);
+    case Outcome::Encrypted:
         return fail(encryptedMessage());
-    if (book.info(FREEXL_BIFF_SHEET_COUNT) == 0)
+    case Outcome::NoWorksheet:
         return fail(noWorksheetMessage());
-    if (freexl_select_active_worksheet(book.handle(), 0) != FREEXL_OK)
-        return fail(noWorksheetMessage());
-
-    unsigned rows = 0;
-    unsigned short columns = 0;
-    if (freexl_worksheet_dimensions(book.handle(), &rows, &columns) != FREEXL_OK)
-        return fail(unreadableMessage());
-    if (rows == 0 || columns == 0)
+    case Outcome::EmptyWorksheet:
         return fail(emptyWorksheetMessage());
-
-    XCsv::Grid grid;
-    grid.reserve(int(rows));
-    for (unsigned r = 0; r < rows; ++r) {
-        XCsv::Row row;
-        row.reserve(columns);
-        for (unsigned short c = 0; c < columns; ++c) {
-            FreeXL_CellValue cell;
-            if (freexl_get_cell_value(book.handle(), r, c, &cell) != FREEXL_OK)
-                return fail(parseErrorMessage(int(r), int(c)));
-            QVariant value = cellValue(cell);
-            if (!value.isValid())
-                return fail(parseErrorMessage(int(r), int(c)));
-            row << value;
-        }
-        grid << row;
+    case Outcome::BadCell:
+        return fail(parseErrorMessage(outcome.row, outcome.column));
+    default:
+        return fail(unreadableMessage());
     }
-    return new XCsv(grid, nullptr);
 }

@@ -27,7 +27,10 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <csignal>
 #include <qwt_plot_curve.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -103,7 +106,9 @@ private slots:
     void importRefusesIncomplete();
     void cancelledDialogsDoNothing();
     void engineErrorShown();
+    void emptyInputRefused_data();
     void emptyInputRefused();
+    void fullDiskKeepsOldFiles();
     void abortKeepsPreviousWorkspace_data();
     void abortKeepsPreviousWorkspace();
     void sampleDialogCloses();
@@ -677,11 +682,19 @@ void TestXMainWindow::engineErrorShown()
     QVERIFY(action(QStringLiteral("Save..."))->isEnabled());
 }
 
+void TestXMainWindow::emptyInputRefused_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty table") << QString();
+    QTest::newRow("header row only") << QStringLiteral("Name,M,M\n");
+}
+
 void TestXMainWindow::emptyInputRefused()
 {
+    QFETCH(QString, text);
     QPointer<XWorkspace> shown = smallWorkspace(false, 50);
     m_window->clearWorkspace(shown);
-    QPointer<XCsv> csv = new XCsv(QStringLiteral("Name,M,M\n"));
+    QPointer<XCsv> csv = new XCsv(text);
     QPointer<XCsv> src = new XCsv(QStringLiteral("Name,M,M\n"));
     QString seen;
     whenModalOpens([&seen](QWidget* modal) {
@@ -694,6 +707,34 @@ void TestXMainWindow::emptyInputRefused()
     QVERIFY(csv.isNull());
     QVERIFY(src.isNull());
     QCOMPARE(m_window->workspace(), shown.data());
+}
+
+void TestXMainWindow::fullDiskKeepsOldFiles()
+{
+    m_window->clearWorkspace(smallWorkspace(true, 70));
+    const QString core = m_dir->filePath(QStringLiteral("core.csv"));
+    const QString analysis = m_dir->filePath(QStringLiteral("analysis.ccw"));
+    QVERIFY(writeText(core, "old core\n"));
+    QVERIFY(writeText(analysis, "old analysis\n"));
+    // A file-size limit makes writes fail part-way, as a full disk does.
+    rlimit old{};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &old), 0);
+    const auto previousHandler = signal(SIGXFSZ, SIG_IGN);
+    rlimit tiny{24, old.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &tiny), 0);
+    answerSave(core);
+    action(QStringLiteral("Save As..."))->trigger();
+    const QString saveMessage = m_window->statusBar()->currentMessage();
+    answerSave(analysis);
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    const QString exportMessage = m_window->statusBar()->currentMessage();
+    setrlimit(RLIMIT_FSIZE, &old);
+    signal(SIGXFSZ, previousHandler);
+    QCOMPARE(saveMessage, QStringLiteral("Could not write ") + core);
+    QCOMPARE(exportMessage, QStringLiteral("Could not write ") + analysis);
+    QCOMPARE(readAll(core), QByteArray("old core\n"));
+    QCOMPARE(readAll(analysis), QByteArray("old analysis\n"));
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files).size(), 2);
 }
 
 void TestXMainWindow::abortKeepsPreviousWorkspace_data()

@@ -95,6 +95,8 @@ private slots:
     void unreadableWorkbooks_data();
     void unreadableWorkbooks();
     void emptyFirstWorksheet();
+    void damagedWorkbooksNeverCrash_data();
+    void damagedWorkbooksNeverCrash();
     void writeThreeSheets();
     void writeIntegerLookingTextsAsNumbers();
     void writeEmptyAndOtherCells();
@@ -323,6 +325,38 @@ void TestXSpreadsheet::unreadableWorkbooks()
     QVERIFY(!table);
     QVERIFY2(error.startsWith(parsePrefix + QLatin1Char(' ')), qPrintable(error));
     QVERIFY(error.size() > parsePrefix.size() + 10);
+}
+
+void TestXSpreadsheet::damagedWorkbooksNeverCrash_data()
+{
+    // Inputs that once crashed, hung or leaked in the workbook library.
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("readable");
+    const QString dir = QStringLiteral(VIREON_FUZZ_CORPUS_DIR "/xls/");
+    QTest::newRow("library crash on open") << dir + "freexl_segv_in_open.xls" << false;
+    QTest::newRow("directory name of 5632 bytes")
+        << dir + "directory_name_length_5632.xls" << false;
+    QTest::newRow("directory name of 65535 bytes")
+        << dir + "directory_name_length_65535.xls" << false;
+    QTest::newRow("stream larger than the file") << dir + "stream_larger_than_file.xls" << false;
+    QTest::newRow("no directory") << dir + "no_directory.xls" << false;
+    QTest::newRow("dimensions twice") << dir + "dimensions_twice_leak.xls" << true;
+}
+
+void TestXSpreadsheet::damagedWorkbooksNeverCrash()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, readable);
+    QVERIFY(QFile::exists(file));
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(file, &error));
+    if (readable) {
+        QVERIFY2(table, qPrintable(error));
+        QVERIFY(table->rows() > 0);
+    } else {
+        QVERIFY(!table);
+        QVERIFY2(error.startsWith(parsePrefix + QLatin1Char(' ')), qPrintable(error));
+    }
 }
 
 void TestXSpreadsheet::emptyFirstWorksheet()
