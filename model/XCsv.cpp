@@ -27,6 +27,15 @@ XCsv::XCsv(QString const& source, QObject* parent) : XFile(parent)
 
 XCsv::~XCsv() = default;
 
+bool XCsv::isRectangular() const
+{
+    for (Row const& row : m_data) {
+        if (row.size() != m_columns)
+            return false;
+    }
+    return true;
+}
+
 bool XCsv::addRow(int const& index, QString const& label, QVariant const& fill)
 {
     if (index < 0 || index > rows())

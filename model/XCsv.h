@@ -33,6 +33,8 @@ public:
     Grid const& data() const { return m_data; }
     int rows() const { return m_data.size(); }
     int columns() const { return m_columns; }
+    // Whether every row holds exactly columns() cells.
+    bool isRectangular() const;
 
     bool addRow(int const& index, QString const& label, QVariant const& fill);
     bool removeRow(int const& index);

@@ -27,15 +27,11 @@ bool readSection(TextLines& lines, QString& buffer)
     return false;
 }
 
-bool isRectangular(XCsv const& table)
+// A table the views can show: a label column, at least one allele column,
+// and every row as wide as the header row.
+bool isWhole(XCsv const& table)
 {
-    if (table.columns() < 2)
-        return false;
-    for (XCsv::Row const& row : table.data()) {
-        if (row.size() != table.columns())
-            return false;
-    }
-    return true;
+    return table.columns() >= 2 && table.isRectangular();
 }
 
 } // namespace
@@ -85,11 +81,11 @@ void XWorkspace::setSlider(int const& value)
 
 bool XWorkspace::isComplete() const
 {
-    if (!m_csv || !m_result || m_csv->rows() < 2 || !isRectangular(*m_csv))
+    if (!m_csv || !m_result || m_csv->rows() < 2 || !isWhole(*m_csv))
         return false;
     if (hasSource() != (m_src != nullptr))
         return false;
-    if (m_src && (!isRectangular(*m_src) || m_src->at(0) != m_csv->at(0)))
+    if (m_src && (!isWhole(*m_src) || m_src->at(0) != m_csv->at(0)))
         return false;
     if (m_result->entries().size() != 100)
         return false;

@@ -5,6 +5,7 @@
 #include "ModalDialogs.h"
 #include "RandomTable.h"
 #include "VireonResources.h"
+#include "WidgetLookup.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
 #include "XMainWindow.h"
@@ -34,7 +35,7 @@ private slots:
 private:
     enum Kind { Finish, AbortAtStart, AbortMidway, AbortNearEnd, EngineError };
 
-    QAction* action(QString const& text);
+    QAction* action(QString const& text) { return findAction(m_window, text); }
     void run(Kind kind, quint32 seed);
     void saveShown(quint32 seed);
     void exportAndImport(quint32 seed);
@@ -72,15 +73,6 @@ void TestSoak::cleanup()
     m_window = nullptr;
     delete m_dir;
     m_dir = nullptr;
-}
-
-QAction* TestSoak::action(QString const& text)
-{
-    for (QAction* a : m_window->findChildren<QAction*>()) {
-        if (a->text() == text)
-            return a;
-    }
-    return nullptr;
 }
 
 QStringList TestSoak::shownInput() const

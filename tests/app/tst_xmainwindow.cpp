@@ -1,6 +1,7 @@
 #include "CellText.h"
 #include "ModalDialogs.h"
 #include "VireonResources.h"
+#include "WidgetLookup.h"
 #include "XCsv.h"
 #include "XCsvTableWidget.h"
 #include "XFileDialog.h"
@@ -117,8 +118,8 @@ private:
     QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(); }
     QSlider* slider() { return m_window->findChild<QSlider*>(); }
     QLabel* sliderLabel();
-    QAction* action(QString const& text);
-    QPushButton* button(QString const& text);
+    QAction* action(QString const& text) { return findAction(m_window, text); }
+    QAbstractButton* button(QString const& text) { return findButton(m_window, text); }
     XCsvTableWidget* view(int tab);
     // Runs New through the wizard's file route on the given files.
     void runAnalysis(QString const& input, QString const& start, int iterations, int seed);
@@ -160,24 +161,6 @@ QLabel* TestXMainWindow::sliderLabel()
     QWidget* page = tabs()->widget(XMainWindow::CoreTab);
     auto* row = page->layout()->itemAt(0)->layout();
     return qobject_cast<QLabel*>(row->itemAt(1)->widget());
-}
-
-QAction* TestXMainWindow::action(QString const& text)
-{
-    for (QAction* a : m_window->findChildren<QAction*>()) {
-        if (a->text() == text)
-            return a;
-    }
-    return nullptr;
-}
-
-QPushButton* TestXMainWindow::button(QString const& text)
-{
-    for (QPushButton* b : m_window->findChildren<QPushButton*>()) {
-        if (b->text() == text)
-            return b;
-    }
-    return nullptr;
 }
 
 XCsvTableWidget* TestXMainWindow::view(int tab)
@@ -806,12 +789,7 @@ void TestXMainWindow::sampleDialogCloses()
                 ++pictures;
         }
         QCOMPARE(pictures, 2);
-        QPushButton* close = nullptr;
-        for (QPushButton* b : modal->findChildren<QPushButton*>()) {
-            if (b->text() == QStringLiteral("Close"))
-                close = b;
-        }
-        if (close)
+        if (QAbstractButton* close = findButton(modal, QStringLiteral("Close")))
             close->click();
         else
             modal->close();

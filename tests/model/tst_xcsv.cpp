@@ -36,6 +36,7 @@ private slots:
     void unopenableFileGivesNoRows();
     void shortAndLongRowsWritten();
     void invalidCellWrittenEmpty();
+    void isRectangular();
     void listConstructor();
     void listConstructorHasNoParent();
     void listConstructorEmptyGrid();
@@ -338,6 +339,18 @@ void TestXCsv::invalidCellWrittenEmpty()
 {
     XCsv table(XCsv::Grid{{QVariant(), 5, QStringLiteral("t")}, {true, 1.5, QVariant()}});
     QCOMPARE(table.toString(), QStringLiteral(",5,\"t\"\ntrue,1.5,\n"));
+}
+
+void TestXCsv::isRectangular()
+{
+    QVERIFY(XCsv().isRectangular());
+    QVERIFY(XCsv(QString()).isRectangular());
+    QVERIFY(!XCsv(QStringLiteral("\nx\na,b,c\n1,2\n4,5,6")).isRectangular());
+    QVERIFY(!XCsv(XCsv::Grid{{1, 2}, {3}}).isRectangular());
+    QVERIFY(!XCsv(XCsv::Grid{{1, 2}, {3, 4, 5}}).isRectangular());
+    XCsv table;
+    QVERIFY(table.removeColumn(1));
+    QVERIFY(table.isRectangular());
 }
 
 void TestXCsv::listConstructor()

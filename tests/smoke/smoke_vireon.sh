@@ -7,7 +7,15 @@ binary=$1
 shot=$2
 if [ -z "${VIREON_SMOKE_INNER:-}" ]; then
   export VIREON_SMOKE_INNER=1
-  exec xvfb-run -a -s "-screen 0 1280x900x24" "$0" "$@"
+  # Concurrent virtual displays can race for a display number; a start that
+  # finds no display is tried again on another one.
+  for attempt in 1 2 3; do
+    xvfb-run -a -n $((100 + RANDOM % 800)) -s "-screen 0 1280x900x24" "$0" "$@"
+    status=$?
+    [ "$status" -ne 3 ] && exit "$status"
+    echo "no display on attempt $attempt; trying another" >&2
+  done
+  exit 1
 fi
 unset QT_QPA_PLATFORM
 "$binary" &
@@ -21,7 +29,9 @@ done
 if [ -z "$window" ]; then
   echo "no window titled Vireon appeared" >&2
   kill "$pid" 2>/dev/null
-  exit 1
+  wait "$pid"
+  # Exit status 3 asks for another try on a fresh display.
+  exit 3
 fi
 sleep 0.5
 import -window root "$shot" || { echo "screenshot failed" >&2; kill "$pid"; exit 1; }

@@ -1,4 +1,5 @@
 #include "CellText.h"
+#include "WidgetLookup.h"
 #include "WizardTesting.h"
 #include "XCsv.h"
 #include "XManualEditingPage.h"
@@ -30,8 +31,8 @@ private:
     QSpinBox* rows() { return m_page->findChildren<QSpinBox*>().at(0); }
     QSpinBox* columns() { return m_page->findChildren<QSpinBox*>().at(1); }
     QLineEdit* fill() { return m_page->findChild<QLineEdit*>(); }
-    QPushButton* buttonNamed(QString const& text);
-    QLabel* labelNamed(QString const& text);
+    QAbstractButton* buttonNamed(QString const& text) { return findButton(m_page, text); }
+    QLabel* labelNamed(QString const& text) { return findLabel(m_page, text); }
     void create(QList<CellEdit> edits = {});
 
     XWizard* m_wizard = nullptr;
@@ -55,24 +56,6 @@ void TestXManualEditingPage::cleanup()
     delete m_wizard;
     m_wizard = nullptr;
     m_page = nullptr;
-}
-
-QPushButton* TestXManualEditingPage::buttonNamed(QString const& text)
-{
-    for (QPushButton* button : m_page->findChildren<QPushButton*>()) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
-QLabel* TestXManualEditingPage::labelNamed(QString const& text)
-{
-    for (QLabel* label : m_page->findChildren<QLabel*>()) {
-        if (label->text() == text)
-            return label;
-    }
-    return nullptr;
 }
 
 void TestXManualEditingPage::create(QList<CellEdit> edits)

@@ -1,4 +1,5 @@
 #include "CellText.h"
+#include "WidgetLookup.h"
 #include "WizardTesting.h"
 #include "XCsv.h"
 #include "XCsvSelectionPage.h"
@@ -266,10 +267,7 @@ void TestXWizard::finishManual()
     page->findChildren<QSpinBox*>().at(0)->setValue(3);
     page->findChildren<QSpinBox*>().at(1)->setValue(2);
     whenModalOpens(editorEdits({{0, 0, "5"}}));
-    for (QPushButton* button : page->findChildren<QPushButton*>()) {
-        if (button->text() == QStringLiteral("Create"))
-            clickButton(button);
-    }
+    clickButton(findButton(page, QStringLiteral("Create")));
     QPointer<XCsv> csv = page->csv();
     QVERIFY(csv);
     m_wizard->next();
@@ -292,10 +290,7 @@ void TestXWizard::finishFileDropsManualTable()
     m_wizard->next();
     auto* manual = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
     whenModalOpens(editorEdits({}));
-    for (QPushButton* button : manual->findChildren<QPushButton*>()) {
-        if (button->text() == QStringLiteral("Create"))
-            clickButton(button);
-    }
+    clickButton(findButton(manual, QStringLiteral("Create")));
     QPointer<XCsv> handMade = manual->csv();
     QVERIFY(handMade);
     m_wizard->back();
@@ -331,10 +326,7 @@ void TestXWizard::rejectAfterManualDeletesTable()
     m_wizard->next();
     auto* manual = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
     whenModalOpens(editorEdits({}));
-    for (QPushButton* button : manual->findChildren<QPushButton*>()) {
-        if (button->text() == QStringLiteral("Create"))
-            clickButton(button);
-    }
+    clickButton(findButton(manual, QStringLiteral("Create")));
     QPointer<XCsv> csv = manual->csv();
     QVERIFY(csv);
     m_wizard->reject();
