@@ -198,6 +198,10 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
             int length = m_length[m_sample[a]];
             collectCritical(row, length);
             for (int c = 0; c <= n - 2; ++c) {
+                // One sample position scans every candidate; on the largest
+                // tables that alone is too long to wait for after a stop.
+                if ((c & 255) == 255 && stop.load(std::memory_order_relaxed))
+                    return;
                 if (m_missing[c] == 0)
                     continue;
                 int const* cand = &m_cells[size_t(c) * size_t(width)];

@@ -406,6 +406,24 @@ void TestXMainWindow::nullWorkspaceKeepsState()
 
 void TestXMainWindow::newToResult()
 {
+    // The progress window counts 1..100 and hides itself at 100; no error
+    // box comes up, although its closing also reaches the abort slots.
+    QPointer<QProgressDialog> progress;
+    int highest = 0;
+    whenDialogOpens<QProgressDialog>([&](QProgressDialog* dialog) {
+        progress = dialog;
+        QCOMPARE(dialog->minimum(), 1);
+        QCOMPARE(dialog->maximum(), 100);
+        QVERIFY(dialog->autoReset());
+        QVERIFY(dialog->autoClose());
+        connect(dialog, &QProgressDialog::canceled, dialog,
+                [&highest, dialog] { highest = qMax(highest, dialog->value()); });
+    });
+    QString errorBox;
+    whenDialogOpens<QMessageBox>([&errorBox](QMessageBox* box) {
+        errorBox = messageOf(box);
+        box->close();
+    });
     runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1, 42);
     // The result arrives as a queued call, possibly after the wizard has closed.
     QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
@@ -431,6 +449,9 @@ void TestXMainWindow::newToResult()
     QVERIFY(m_window->shownCore()->rows() < workspace->result()->csv(100)->rows());
     for (char const* text : {"Save...", "Save As...", "Export Workspace..."})
         QVERIFY(action(QString::fromLatin1(text))->isEnabled());
+    QVERIFY(progress.isNull());
+    QCoreApplication::processEvents();
+    QCOMPARE(errorBox, QString());
 }
 
 void TestXMainWindow::runWithStartingCollection()

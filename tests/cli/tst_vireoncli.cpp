@@ -1,6 +1,7 @@
 #include "CellText.h"
 #include "XCsv.h"
 #include "XResult.h"
+#include "XSpreadsheet.h"
 #include "XWorkspace.h"
 
 #include <QFile>
@@ -46,6 +47,7 @@ private slots:
     void summaryWithStart();
     void resultEqualsWorkspaceSection();
     void outputWritesCoreOfPercent();
+    void workbookInAndOut();
     void clockSeedIsPrinted();
     void usageErrors_data();
     void usageErrors();
@@ -156,6 +158,29 @@ void TestVireonCli::outputWritesCoreOfPercent()
     XCsv written(core);
     QCOMPARE(gridText(written), gridText(*result.csv(75)));
     QCOMPARE(written.rows(), result.entries().at(74).second.size() + 1);
+}
+
+void TestVireonCli::workbookInAndOut()
+{
+    // The same analysis from a workbook gives the same result as from text.
+    const QString csv = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    const QString xls = m_dir->filePath(QStringLiteral("microbov.xls"));
+    XCsv table(csv);
+    QVERIFY(XSpreadsheet::write(table, xls));
+    const QString core = m_dir->filePath(QStringLiteral("core.xls"));
+    const QStringList common = {QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                                QStringLiteral("5"), QStringLiteral("--result")};
+    const Outcome fromText = runCli(common + QStringList{csv});
+    const Outcome fromBook =
+        runCli(common + QStringList{QStringLiteral("-o"), core, QStringLiteral("-p"),
+                                    QStringLiteral("40"), xls});
+    QCOMPARE(fromBook.status, 0);
+    QCOMPARE(fromBook.out, fromText.out);
+    QString error;
+    QScopedPointer<XCsv> written(XSpreadsheet::read(core, &error));
+    QVERIFY2(written, qPrintable(error));
+    XResult result(fromBook.out, &table, nullptr);
+    QCOMPARE(gridText(*written), gridText(*result.csv(40)));
 }
 
 void TestVireonCli::clockSeedIsPrinted()

@@ -635,7 +635,13 @@ void TestXCore::stopTakesEffectQuickly()
     core.stopIterating();
     QVERIFY(core.wait(5000));
     const qint64 ms = latency.elapsed();
-    QVERIFY2(ms < 100, qPrintable(QStringLiteral("stopped after %1 ms").arg(ms)));
+#ifdef VIREON_SANITIZED
+    // Sanitized code runs several times slower; the bound is for real builds.
+    const qint64 limit = 300;
+#else
+    const qint64 limit = 100;
+#endif
+    QVERIFY2(ms < limit, qPrintable(QStringLiteral("stopped after %1 ms").arg(ms)));
     QVERIFY(!run.result);
     QVERIFY(run.errorText.isNull());
     QVERIFY(!run.signalsSeen.contains(QStringLiteral("completed")));

@@ -1,0 +1,23 @@
+#include "RunVireon.h"
+
+#include "CenterResize.h"
+#include "VireonResources.h"
+#include "XMainWindow.h"
+
+#include <QApplication>
+
+int runVireon(int& argc, char** argv, std::function<void(XMainWindow&)> const& started)
+{
+    auto* app = new QApplication(argc, argv);
+    initVireonResources();
+    auto* window = new XMainWindow(nullptr);
+    centerResize(*window, 0);
+    window->show();
+    if (started)
+        started(*window);
+    app->exec();
+    delete window;
+    delete app;
+    // The exit status does not depend on how the event loop ended.
+    return 0;
+}
