@@ -1,8 +1,6 @@
 #include "XCsvSelectionPage.h"
 
-#include "TableStatus.h"
 #include "XCsv.h"
-#include "XCsvTableModel.h"
 #include "XFileDialog.h"
 #include "XSpreadsheet.h"
 
@@ -47,46 +45,22 @@ XCsvSelectionPage::XCsvSelectionPage(QWidget* parent)
     connect(m_srcEdit, &QPushButton::clicked, this, &XCsvSelectionPage::srcEditButtonClicked);
 }
 
-XCsvSelectionPage::~XCsvSelectionPage()
-{
-    dropCsv();
-    dropSrc();
-}
-
-void XCsvSelectionPage::dropCsv()
-{
-    delete m_csvModel;
-    delete m_csv;
-    m_csvModel = nullptr;
-    m_csv = nullptr;
-}
-
-void XCsvSelectionPage::dropSrc()
-{
-    delete m_srcModel;
-    delete m_src;
-    m_srcModel = nullptr;
-    m_src = nullptr;
-}
+XCsvSelectionPage::~XCsvSelectionPage() = default;
 
 XCsv* XCsvSelectionPage::takeCsv()
 {
-    XCsv* csv = m_csv;
-    m_csv = nullptr;
-    return csv;
+    return m_csv.take();
 }
 
 XCsv* XCsvSelectionPage::takeSrc()
 {
-    XCsv* src = m_src;
-    m_src = nullptr;
-    return src;
+    return m_src.take();
 }
 
 void XCsvSelectionPage::initializePage()
 {
-    dropCsv();
-    dropSrc();
+    m_csv.drop();
+    m_src.drop();
     m_csvFile->clear();
     m_srcCheckbox->setChecked(false);
     m_csvStatus->hide();
@@ -97,11 +71,9 @@ void XCsvSelectionPage::initializePage()
 
 bool XCsvSelectionPage::isComplete() const
 {
-    if (!m_csv || !m_csvModel || m_csvModel->hasErrors())
+    if (!m_csv.isReady())
         return false;
-    if (m_srcCheckbox->isChecked())
-        return m_src && m_srcModel && !m_srcModel->hasErrors();
-    return true;
+    return !m_srcCheckbox->isChecked() || m_src.isReady();
 }
 
 XCsv* XCsvSelectionPage::parseFile(QString const& fileName) const
@@ -127,21 +99,19 @@ void XCsvSelectionPage::csvBrowseButtonClicked()
     XCsv* table = browse(fileName);
     if (!table)
         return;
-    dropCsv();
-    m_csv = table;
-    m_csvModel = new XCsvTableModel(m_csv, true, this);
+    m_csv.reset(table);
     m_csvFile->setText(fileName);
     m_srcCheckbox->show();
     m_srcCheckbox->setChecked(false);
-    switchState(m_csvStatus, m_csvEdit, m_csvModel->hasErrors());
+    switchState(m_csvStatus, m_csvEdit, m_csv.hasErrors());
 }
 
 void XCsvSelectionPage::csvEditButtonClicked()
 {
-    if (!m_csv)
+    if (!m_csv.table())
         return;
-    TableStatus::edit(m_csv, m_csvModel);
-    switchState(m_csvStatus, m_csvEdit, m_csvModel->hasErrors());
+    m_csv.edit();
+    switchState(m_csvStatus, m_csvEdit, m_csv.hasErrors());
 }
 
 void XCsvSelectionPage::srcCheckboxToggled(bool checked)
@@ -156,30 +126,28 @@ void XCsvSelectionPage::srcBrowseButtonClicked()
     XCsv* table = browse(fileName);
     if (!table)
         return;
-    dropSrc();
-    m_src = table;
-    m_srcModel = new XCsvTableModel(m_src, true, this);
+    m_src.reset(table);
     m_srcFile->setText(fileName);
-    switchState(m_srcStatus, m_srcEdit, m_srcModel->hasErrors());
+    switchState(m_srcStatus, m_srcEdit, m_src.hasErrors());
 }
 
 void XCsvSelectionPage::srcEditButtonClicked()
 {
-    if (!m_src)
+    if (!m_src.table())
         return;
-    TableStatus::edit(m_src, m_srcModel);
-    switchState(m_srcStatus, m_srcEdit, m_srcModel->hasErrors());
+    m_src.edit();
+    switchState(m_srcStatus, m_srcEdit, m_src.hasErrors());
 }
 
 void XCsvSelectionPage::switchState(QLabel* label, QPushButton* editButton, bool const& hasErrors)
 {
-    TableStatus::show(label, editButton, hasErrors);
+    EditedTable::showStatus(label, editButton, hasErrors);
     emit completeChanged();
 }
 
 void XCsvSelectionPage::switchSrcSection(bool const& on)
 {
-    dropSrc();
+    m_src.drop();
     m_srcFile->clear();
     m_srcStatus->hide();
     m_srcEdit->hide();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "EditedTable.h"
+
 #include <QWizardPage>
 
 class QCheckBox;
@@ -7,7 +9,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class XCsv;
-class XCsvTableModel;
 
 // Reads the input table and, optionally, a starting collection from files,
 // and lets the user repair them in the table editor. Owns both tables until
@@ -24,8 +25,8 @@ public:
     void initializePage() override;
     bool isComplete() const override;
 
-    XCsv* csv() const { return m_csv; }
-    XCsv* src() const { return m_src; }
+    XCsv* csv() const { return m_csv.table(); }
+    XCsv* src() const { return m_src.table(); }
     // Hand the tables over: the page forgets them without deleting them.
     XCsv* takeCsv();
     XCsv* takeSrc();
@@ -45,13 +46,9 @@ private:
     void switchSrcSection(bool const& on);
     // Asks for a file and reads it; null when cancelled or unreadable.
     XCsv* browse(QString& fileName);
-    void dropCsv();
-    void dropSrc();
 
-    XCsv* m_csv = nullptr;
-    XCsv* m_src = nullptr;
-    XCsvTableModel* m_csvModel = nullptr;
-    XCsvTableModel* m_srcModel = nullptr;
+    EditedTable m_csv;
+    EditedTable m_src;
     QLineEdit* m_csvFile;
     QPushButton* m_csvBrowse;
     QLabel* m_csvStatus;

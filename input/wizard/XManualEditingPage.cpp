@@ -1,8 +1,6 @@
 #include "XManualEditingPage.h"
 
-#include "TableStatus.h"
 #include "XCsv.h"
-#include "XCsvTableModel.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -48,29 +46,16 @@ XManualEditingPage::XManualEditingPage(QWidget* parent)
     connect(m_edit, &QPushButton::clicked, this, &XManualEditingPage::editButtonClicked);
 }
 
-XManualEditingPage::~XManualEditingPage()
-{
-    dropCsv();
-}
-
-void XManualEditingPage::dropCsv()
-{
-    delete m_model;
-    delete m_csv;
-    m_model = nullptr;
-    m_csv = nullptr;
-}
+XManualEditingPage::~XManualEditingPage() = default;
 
 XCsv* XManualEditingPage::takeCsv()
 {
-    XCsv* csv = m_csv;
-    m_csv = nullptr;
-    return csv;
+    return m_csv.take();
 }
 
 void XManualEditingPage::initializePage()
 {
-    dropCsv();
+    m_csv.drop();
     m_rows->setValue(10);
     m_columns->setValue(10);
     m_fill->setText(QStringLiteral("*"));
@@ -82,7 +67,7 @@ void XManualEditingPage::initializePage()
 
 bool XManualEditingPage::isComplete() const
 {
-    return m_csv && m_model && !m_model->hasErrors();
+    return m_csv.isReady();
 }
 
 void XManualEditingPage::createButtonClicked()
@@ -102,25 +87,23 @@ void XManualEditingPage::createButtonClicked()
             row << fill;
         grid << row;
     }
-    dropCsv();
-    m_csv = new XCsv(grid, nullptr);
-    m_model = new XCsvTableModel(m_csv, true, this);
+    m_csv.reset(new XCsv(grid, nullptr));
     m_hint->hide();
     m_create->hide();
-    switchState(m_model->hasErrors());
+    switchState(m_csv.hasErrors());
     editButtonClicked();
 }
 
 void XManualEditingPage::editButtonClicked()
 {
-    if (!m_csv)
+    if (!m_csv.table())
         return;
-    TableStatus::edit(m_csv, m_model);
-    switchState(m_model->hasErrors());
+    m_csv.edit();
+    switchState(m_csv.hasErrors());
 }
 
 void XManualEditingPage::switchState(bool const& hasErrors)
 {
-    TableStatus::show(m_status, m_edit, hasErrors);
+    EditedTable::showStatus(m_status, m_edit, hasErrors);
     emit completeChanged();
 }

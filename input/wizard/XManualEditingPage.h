@@ -1,5 +1,7 @@
 #pragma once
 
+#include "EditedTable.h"
+
 #include <QWizardPage>
 
 class QLabel;
@@ -7,7 +9,6 @@ class QLineEdit;
 class QPushButton;
 class QSpinBox;
 class XCsv;
-class XCsvTableModel;
 
 // Builds an input table of a chosen size, every data cell holding the fill
 // text, and opens it in the table editor.
@@ -23,7 +24,7 @@ public:
     void initializePage() override;
     bool isComplete() const override;
 
-    XCsv* csv() const { return m_csv; }
+    XCsv* csv() const { return m_csv.table(); }
     // Hands the table over: the page forgets it without deleting it.
     XCsv* takeCsv();
 
@@ -33,10 +34,8 @@ public slots:
 
 private:
     void switchState(bool const& hasErrors);
-    void dropCsv();
 
-    XCsv* m_csv = nullptr;
-    XCsvTableModel* m_model = nullptr;
+    EditedTable m_csv;
     QSpinBox* m_rows;
     QSpinBox* m_columns;
     QLineEdit* m_fill;

@@ -1,39 +1,10 @@
 #include "ReferenceCore.h"
 
-#include "StrictInt.h"
+#include "XCellValue.h"
 
 #include <cstdlib>
 #include <ctime>
 #include <new>
-
-namespace {
-
-bool isIntegral(int type)
-{
-    switch (type) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Long:
-    case QMetaType::ULong:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Char:
-    case QMetaType::SChar:
-    case QMetaType::UChar:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isFloating(int type)
-{
-    return type == QMetaType::Double || type == QMetaType::Float;
-}
-
-} // namespace
 
 ReferenceCore::ReferenceCore(XCsv::Grid const& csv, XCsv::Grid const* src, int iterations, int seed)
     : m_csv(csv), m_hasSrc(src != nullptr), m_iterations(iterations)
@@ -46,54 +17,6 @@ ReferenceCore::ReferenceCore(XCsv::Grid const& csv, XCsv::Grid const* src, int i
         srand(time(nullptr));
 }
 
-bool ReferenceCore::cellEquals(QVariant const& left, QVariant const& right)
-{
-    const int lt = left.userType();
-    const int rt = right.userType();
-    const bool ln = isIntegral(lt) || isFloating(lt);
-    const bool rn = isIntegral(rt) || isFloating(rt);
-    if (ln && rn) {
-        if (isIntegral(lt) && isIntegral(rt))
-            return left.toLongLong() == right.toLongLong();
-        return left.toDouble() == right.toDouble();
-    }
-    if (lt == rt)
-        return left == right;
-    if (ln && rt == QMetaType::QString) {
-        bool ok = false;
-        const int r = strictToInt(right.toString(), &ok);
-        if (!ok)
-            return false;
-        return isIntegral(lt) ? left.toLongLong() == r : left.toDouble() == r;
-    }
-    if (lt == QMetaType::QString && rn)
-        return left.toString() == right.toString();
-    return left == right;
-}
-
-int ReferenceCore::cellToInt(QVariant const& v, bool* ok)
-{
-    *ok = false;
-    const int t = v.userType();
-    if (isIntegral(t)) {
-        const qlonglong x = v.toLongLong();
-        if (x < INT_MIN || x > INT_MAX)
-            return 0;
-        *ok = true;
-        return int(x);
-    }
-    if (isFloating(t)) {
-        const double d = v.toDouble();
-        if (!(d >= INT_MIN && d <= INT_MAX) || d != double(qint64(d)))
-            return 0;
-        *ok = true;
-        return int(d);
-    }
-    if (t == QMetaType::QString)
-        return strictToInt(v.toString(), ok);
-    return 0;
-}
-
 bool ReferenceCore::readCsv(XCsv::Grid const& grid, QStringList const& headers, Matrix& matrix,
                             AlleleMap& alleles)
 {
@@ -103,17 +26,17 @@ bool ReferenceCore::readCsv(XCsv::Grid const& grid, QStringList const& headers, 
         encoded << r;
         for (int j = 1; j < row.size(); ++j) {
             QVariant const& v = row.at(j);
-            if (cellEquals(v, QVariant(QStringLiteral("*")))) {
+            if (XCellValue::equals(v, QVariant(QStringLiteral("*")))) {
                 encoded << 0;
                 continue;
             }
             if (j != 1 && headers.value(j) == headers.value(j - 1) &&
-                cellEquals(v, row.at(j - 1))) {
+                XCellValue::equals(v, row.at(j - 1))) {
                 encoded << 0;
                 continue;
             }
             bool ok = false;
-            const int n = cellToInt(v, &ok);
+            const int n = XCellValue::toInt(v, &ok);
             if (!ok || n < 0) {
                 m_error = QStringLiteral("Invalid value in csv.");
                 return false;

@@ -33,10 +33,6 @@ public:
                  QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
                  QList<int>& bestIndices, int k);
 
-    // Cell equality: the right operand is converted to the left one's type.
-    static bool cellEquals(QVariant const& left, QVariant const& right);
-    static int cellToInt(QVariant const& v, bool* ok);
-
 private:
     XCsv::Grid m_csv;
     XCsv::Grid m_src;

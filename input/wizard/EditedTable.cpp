@@ -1,0 +1,80 @@
+#include "EditedTable.h"
+
+#include "CenterResize.h"
+#include "XCsv.h"
+#include "XCsvEditor.h"
+#include "XCsvTableModel.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPalette>
+#include <QPushButton>
+
+EditedTable::~EditedTable()
+{
+    drop();
+}
+
+bool EditedTable::isReady() const
+{
+    return m_table && m_model && !m_model->hasErrors();
+}
+
+bool EditedTable::hasErrors() const
+{
+    return m_model && m_model->hasErrors();
+}
+
+void EditedTable::reset(XCsv* table)
+{
+    drop();
+    m_table = table;
+    if (m_table)
+        m_model = new XCsvTableModel(m_table, true, nullptr);
+}
+
+void EditedTable::drop()
+{
+    delete m_model;
+    delete m_table;
+    m_model = nullptr;
+    m_table = nullptr;
+}
+
+XCsv* EditedTable::take()
+{
+    XCsv* table = m_table;
+    delete m_model;
+    m_model = nullptr;
+    m_table = nullptr;
+    return table;
+}
+
+void EditedTable::edit()
+{
+    if (!m_table)
+        return;
+    XCsvEditor editor(m_table, true, nullptr);
+    centerResize(editor, 60);
+    editor.exec();
+    m_model->check();
+}
+
+void EditedTable::showStatus(QLabel* label, QPushButton* editButton, bool hasErrors)
+{
+    QPalette palette;
+    QString text;
+    if (hasErrors) {
+        palette.setBrush(QPalette::WindowText, QBrush(Qt::red, Qt::SolidPattern));
+        text = QCoreApplication::translate(
+            "XCsvSelectionPage",
+            "There are errors in the csv file. Click on the Edit button to fix them.");
+    } else {
+        text = QCoreApplication::translate(
+            "XCsvSelectionPage", "Click on the Edit button to make changes to the csv file.");
+    }
+    label->setPalette(palette);
+    label->setText(text);
+    label->show();
+    editButton->show();
+}
