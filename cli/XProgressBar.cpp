@@ -10,6 +10,9 @@ XProgressBar::~XProgressBar()
 
 void XProgressBar::setPercent(int percent)
 {
+    // Out-of-range values would make printf print the whole bar for a
+    // negative count, or pad the wrong way past 100.
+    percent = qBound(0, percent, 100);
     const int width = 40;
     const int filled = percent * width / 100;
     std::fprintf(m_stream, "\r[%.*s%*s] %3d%%", filled, "########################################",

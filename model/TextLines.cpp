@@ -12,10 +12,12 @@ bool TextLines::next(QStringRef& line)
     if (atEnd())
         return false;
     int end = m_text.indexOf(QLatin1Char('\n'), m_pos);
-    const int next = end < 0 ? m_text.size() : end + 1;
     if (end < 0)
         end = m_text.size();
-    else if (end > m_pos && m_text.at(end - 1) == QLatin1Char('\r'))
+    const int next = end + 1;
+    // One carriage return before the line end goes, whether the line ends
+    // with a line feed or with the text.
+    if (end > m_pos && m_text.at(end - 1) == QLatin1Char('\r'))
         --end;
     line = m_text.midRef(m_pos, end - m_pos);
     m_pos = next;

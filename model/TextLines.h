@@ -3,10 +3,10 @@
 #include <QString>
 #include <QStringRef>
 
-// Walks a text line by line without copying it. A line ends at "\n" or
-// "\r\n", which is not part of the line; a final line feed does not start
-// another line. This is how QTextStream::readLine splits text, without its
-// per-line allocations.
+// Walks a text line by line without copying it. A line ends at "\n" or at
+// the end of the text; neither that nor one carriage return before it is
+// part of the line, and a final line feed does not start another line. This
+// is how QTextStream::readLine splits text, without its per-line allocations.
 class TextLines
 {
 public:

@@ -133,6 +133,10 @@ struct Outcome
     XCsv::Grid grid;
 };
 
+// The largest worksheet of the .xls (BIFF8) format.
+const unsigned maxRows = 65536;
+const unsigned short maxColumns = 256;
+
 Outcome readWorkbook(QString const& fileName)
 {
     Outcome outcome;
@@ -148,10 +152,28 @@ Outcome readWorkbook(QString const& fileName)
         outcome.code = Outcome::NoWorksheet;
         return outcome;
     }
+    unsigned declaredRows = 0;
+    unsigned short declaredColumns = 0;
+    if (freexl_worksheet_dimensions(book.handle(), &declaredRows, &declaredColumns) != FREEXL_OK)
+        return outcome;
+    // No worksheet of this format is larger; a bigger extent means damage.
+    if (declaredRows > maxRows || declaredColumns > maxColumns)
+        return outcome;
+    // The used extent ends at the last row and column that hold a cell. A
+    // sheet may declare more (formatted blank cells, or damage): a few
+    // bytes can declare a sheet of millions of empty cells.
     unsigned rows = 0;
     unsigned short columns = 0;
-    if (freexl_worksheet_dimensions(book.handle(), &rows, &columns) != FREEXL_OK)
-        return outcome;
+    for (unsigned r = 0; r < declaredRows; ++r) {
+        for (unsigned short c = 0; c < declaredColumns; ++c) {
+            FreeXL_CellValue cell;
+            if (freexl_get_cell_value(book.handle(), r, c, &cell) == FREEXL_OK &&
+                cell.type == FREEXL_CELL_NULL)
+                continue;
+            rows = r + 1;
+            columns = qMax<unsigned short>(columns, c + 1);
+        }
+    }
     if (rows == 0 || columns == 0) {
         outcome.code = Outcome::EmptyWorksheet;
         return outcome;

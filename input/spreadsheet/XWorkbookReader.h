@@ -4,9 +4,10 @@
 
 class XCsv;
 
-// Reads the first worksheet of an .xls workbook cell for cell into a table.
-// Text cells become text, whole numbers ints, empty cells empty text; any
-// other cell (a fraction, a date or time) refuses the whole file.
+// Reads the first worksheet of an .xls workbook cell for cell into a table,
+// up to the last row and column that hold a cell. Text cells become text,
+// whole numbers ints, empty cells empty text; any other cell (a fraction, a
+// date or time) refuses the whole file.
 class XWorkbookReader
 {
 public:

@@ -249,6 +249,9 @@ void TestXCsv::crlfLineEnds()
 {
     XCsv table(writeFile("crlf.csv", "Name,M1\r\nA,1\r\nB,2\r\n"));
     QCOMPARE(gridText(table), QStringList({"s:Name|s:M1", "s:A|i:1", "s:B|i:2"}));
+    // A file cut after its last carriage return keeps its last number.
+    XCsv cut(writeFile("cut.csv", "Name,M1\r\nA,1\r\nB,2\r"));
+    QCOMPARE(gridText(cut), QStringList({"s:Name|s:M1", "s:A|i:1", "s:B|i:2"}));
 }
 
 void TestXCsv::byteOrderMark()

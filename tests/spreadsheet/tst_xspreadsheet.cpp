@@ -92,6 +92,8 @@ private slots:
     void parseError();
     void parseErrorMessageText();
     void wholeDoublesBecomeInts();
+    void usedExtentEndsAtLastCell();
+    void blankTailLeftOutOnRoundTrip();
     void unreadableWorkbooks_data();
     void unreadableWorkbooks();
     void emptyFirstWorksheet();
@@ -296,6 +298,40 @@ void TestXSpreadsheet::wholeDoublesBecomeInts()
     QCOMPARE(gridText(*table), QStringList({"i:2147483647|i:-2147483648|i:1000000000|i:0|i:3"}));
 }
 
+void TestXSpreadsheet::usedExtentEndsAtLastCell()
+{
+    // A blank cell far out (a formatted cell, say) makes the sheet declare
+    // 1000 rows and 100 columns; only the cells that hold something count.
+    XBiffWriter book;
+    QVERIFY(book.setText(0, 0, "Name"));
+    QVERIFY(book.setText(0, 2, "M1"));
+    QVERIFY(book.setText(1, 0, "Acc1"));
+    QVERIFY(book.setNumber(2, 1, 5));
+    QVERIFY(book.setText(999, 99, QString()));
+    const QString fileName = writeWorkbook(QStringLiteral("tail.xls"), book);
+    RawWorkbook raw;
+    QVERIFY(readRaw(fileName, &raw));
+    QCOMPARE(raw.dimensions.value(0), qMakePair(1000u, 100u));
+
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(table, qPrintable(error));
+    QCOMPARE(gridText(*table), QStringList({"s:Name|s:|s:M1", "s:Acc1|s:|s:", "s:|i:5|s:"}));
+}
+
+void TestXSpreadsheet::blankTailLeftOutOnRoundTrip()
+{
+    // Empty texts are written as blank cells, so a last row and a last
+    // column of nothing but empty texts do not come back.
+    XCsv table(XCsv::Grid{{"Name", "M1", ""}, {"Acc1", 3, ""}, {"", "", ""}});
+    const QString fileName = path(QStringLiteral("blank.xls"));
+    QVERIFY(XSpreadsheet::write(table, fileName));
+    QString error;
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(gridText(*back), QStringList({"s:Name|s:M1", "s:Acc1|i:3"}));
+}
+
 void TestXSpreadsheet::unreadableWorkbooks_data()
 {
     QTest::addColumn<QByteArray>("content");
@@ -347,6 +383,8 @@ void TestXSpreadsheet::damagedWorkbooksNeverCrash_data()
         << dir + "stream_larger_than_file.xls" << int(Unreadable);
     QTest::newRow("no directory") << dir + "no_directory.xls" << int(Unreadable);
     QTest::newRow("dimensions twice") << dir + "dimensions_twice_leak.xls" << int(Readable);
+    QTest::newRow("393,218 rows declared in 5 KB")
+        << dir + "dimension_393218_rows.xls" << int(Unreadable);
 }
 
 void TestXSpreadsheet::damagedWorkbooksNeverCrash()
