@@ -1,5 +1,6 @@
 #include "XWorkbookReader.h"
 
+#include "XBiffWriter.h"
 #include "XCompoundFileCheck.h"
 #include "XCsv.h"
 
@@ -133,9 +134,32 @@ struct Outcome
     XCsv::Grid grid;
 };
 
-// The largest worksheet of the .xls (BIFF8) format.
-const unsigned maxRows = 65536;
-const unsigned short maxColumns = 256;
+// The used extent of the active worksheet: up to the last row and column
+// that hold a cell. A sheet may declare more (formatted blank cells, or
+// damage: a few bytes can declare millions of empty cells). False when the
+// declared size is past the largest worksheet of the format, which only a
+// damaged file claims.
+bool usedExtent(void const* handle, unsigned& rows, unsigned short& columns)
+{
+    unsigned declaredRows = 0;
+    unsigned short declaredColumns = 0;
+    if (freexl_worksheet_dimensions(handle, &declaredRows, &declaredColumns) != FREEXL_OK ||
+        declaredRows > unsigned(XBiffWriter::maxRows) || declaredColumns > XBiffWriter::maxColumns)
+        return false;
+    rows = 0;
+    columns = 0;
+    for (unsigned r = 0; r < declaredRows; ++r) {
+        for (unsigned short c = 0; c < declaredColumns; ++c) {
+            FreeXL_CellValue cell;
+            if (freexl_get_cell_value(handle, r, c, &cell) == FREEXL_OK &&
+                cell.type == FREEXL_CELL_NULL)
+                continue;
+            rows = r + 1;
+            columns = qMax<unsigned short>(columns, c + 1);
+        }
+    }
+    return true;
+}
 
 Outcome readWorkbook(QString const& fileName)
 {
@@ -152,28 +176,10 @@ Outcome readWorkbook(QString const& fileName)
         outcome.code = Outcome::NoWorksheet;
         return outcome;
     }
-    unsigned declaredRows = 0;
-    unsigned short declaredColumns = 0;
-    if (freexl_worksheet_dimensions(book.handle(), &declaredRows, &declaredColumns) != FREEXL_OK)
-        return outcome;
-    // No worksheet of this format is larger; a bigger extent means damage.
-    if (declaredRows > maxRows || declaredColumns > maxColumns)
-        return outcome;
-    // The used extent ends at the last row and column that hold a cell. A
-    // sheet may declare more (formatted blank cells, or damage): a few
-    // bytes can declare a sheet of millions of empty cells.
     unsigned rows = 0;
     unsigned short columns = 0;
-    for (unsigned r = 0; r < declaredRows; ++r) {
-        for (unsigned short c = 0; c < declaredColumns; ++c) {
-            FreeXL_CellValue cell;
-            if (freexl_get_cell_value(book.handle(), r, c, &cell) == FREEXL_OK &&
-                cell.type == FREEXL_CELL_NULL)
-                continue;
-            rows = r + 1;
-            columns = qMax<unsigned short>(columns, c + 1);
-        }
-    }
+    if (!usedExtent(book.handle(), rows, columns))
+        return outcome;
     if (rows == 0 || columns == 0) {
         outcome.code = Outcome::EmptyWorksheet;
         return outcome;

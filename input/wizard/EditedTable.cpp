@@ -17,7 +17,8 @@ EditedTable::~EditedTable()
 
 bool EditedTable::isReady() const
 {
-    return m_table && m_model && !m_model->hasErrors();
+    // The model exists exactly while there is a table.
+    return m_model && !m_model->hasErrors();
 }
 
 bool EditedTable::hasErrors() const
