@@ -109,7 +109,7 @@ void TestXCsvSelectionPage::loadValidCsv()
     QCOMPARE(m_page->csv()->parent(), nullptr);
     QCOMPARE(lineEdit(0)->text(), m_microbov);
     QCOMPARE(label(1)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
+             QStringLiteral("Click on the Edit button to make changes to the table."));
     QVERIFY(label(1)->isVisible());
     QCOMPARE(label(1)->palette().color(QPalette::WindowText),
              QPalette().color(QPalette::WindowText));
@@ -179,7 +179,7 @@ void TestXCsvSelectionPage::invalidCellsThenRepair()
     answerOpenDialog(path("bad.csv"));
     clickButton(button(0));
     QVERIFY(m_page->csv());
-    QCOMPARE(label(1)->text(), QStringLiteral("There are errors in the csv file. Click on the Edit "
+    QCOMPARE(label(1)->text(), QStringLiteral("There are errors in the table. Click on the Edit "
                                               "button to fix them."));
     for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
         QCOMPARE(label(1)->palette().color(group, QPalette::WindowText), QColor(Qt::red));
@@ -198,7 +198,7 @@ void TestXCsvSelectionPage::invalidCellsThenRepair()
     clickButton(button(1));
     QVERIFY(m_page->isComplete());
     QCOMPARE(label(1)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
+             QStringLiteral("Click on the Edit button to make changes to the table."));
     QCOMPARE(label(1)->palette().color(QPalette::WindowText),
              QPalette().color(QPalette::WindowText));
     QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
@@ -237,7 +237,7 @@ void TestXCsvSelectionPage::startingCollection()
     QCOMPARE(m_page->src()->rows(), 6);
     QCOMPARE(lineEdit(3)->text(), QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
     QCOMPARE(label(4)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
+             QStringLiteral("Click on the Edit button to make changes to the table."));
     QVERIFY(button(4)->isVisible());
     QVERIFY(checkBox()->isChecked());
     QVERIFY(m_page->isComplete());

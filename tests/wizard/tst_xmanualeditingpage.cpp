@@ -110,7 +110,7 @@ void TestXManualEditingPage::createStarTable()
     QVERIFY(!buttonNamed(QStringLiteral("Create"))->isVisible());
     QVERIFY(buttonNamed(QStringLiteral("Edit"))->isVisible());
     QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the csv file.")));
+        labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
     QVERIFY(m_page->isComplete());
     QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
 }
@@ -131,7 +131,7 @@ void TestXManualEditingPage::invalidFill()
     create();
     QCOMPARE(cellText(m_page->csv()->at(1, 1)), QStringLiteral("s:") + text);
     QLabel* status = labelNamed(
-        QStringLiteral("There are errors in the csv file. Click on the Edit button to fix them."));
+        QStringLiteral("There are errors in the table. Click on the Edit button to fix them."));
     QVERIFY(status && status->isVisible());
     QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
     QVERIFY(!m_page->isComplete());
@@ -144,7 +144,7 @@ void TestXManualEditingPage::invalidFill()
     clickButton(buttonNamed(QStringLiteral("Edit")));
     QVERIFY(m_page->isComplete());
     QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the csv file.")));
+        labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
 }
 
 void TestXManualEditingPage::fillKeptAsTyped()
