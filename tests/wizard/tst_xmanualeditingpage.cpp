@@ -28,8 +28,8 @@ private slots:
     void reenteringStartsAfresh();
 
 private:
-    QSpinBox* rows() { return m_page->findChildren<QSpinBox*>().at(0); }
-    QSpinBox* columns() { return m_page->findChildren<QSpinBox*>().at(1); }
+    QSpinBox* rows() { return m_page->findChild<QSpinBox*>(QStringLiteral("rows")); }
+    QSpinBox* columns() { return m_page->findChild<QSpinBox*>(QStringLiteral("columns")); }
     QLineEdit* fill() { return m_page->findChild<QLineEdit*>(); }
     QAbstractButton* buttonNamed(QString const& text) { return findButton(m_page, text); }
     QLabel* labelNamed(QString const& text) { return findLabel(m_page, text); }
@@ -109,8 +109,7 @@ void TestXManualEditingPage::createStarTable()
                           "s:Row 3|s:*|s:*"}));
     QVERIFY(!buttonNamed(QStringLiteral("Create"))->isVisible());
     QVERIFY(buttonNamed(QStringLiteral("Edit"))->isVisible());
-    QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
+    QVERIFY(labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
     QVERIFY(m_page->isComplete());
     QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
 }
@@ -143,8 +142,7 @@ void TestXManualEditingPage::invalidFill()
     whenModalOpens(editorEdits({{1, 1, "17"}}));
     clickButton(buttonNamed(QStringLiteral("Edit")));
     QVERIFY(m_page->isComplete());
-    QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
+    QVERIFY(labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
 }
 
 void TestXManualEditingPage::fillKeptAsTyped()
