@@ -23,24 +23,33 @@ struct XGraphWidget::SizeLabels
     QVector<double> sizes;
     QVector<QString> texts;
 
-    // Left to right: a label stands right of its line, or left of it where
-    // it would run past the canvas; it is drawn when it clears the last
-    // label drawn. Rects are in canvas coordinates; null where not drawn.
+    // A label stands right of its line, or left of it where it would run
+    // past the canvas. The largest core's label is always drawn; the others,
+    // left to right, when they clear the last label drawn and that one.
+    // Rects are in canvas coordinates; null where not drawn.
     QVector<QRectF> layout(QwtScaleMap const& map, QRectF const& canvas, QFont const& font) const
     {
         QVector<QRectF> rects(sizes.size());
-        double lastRight = -1e9;
-        for (int i = 0; i < sizes.size(); ++i) {
+        if (sizes.isEmpty())
+            return rects;
+        auto place = [&](int i) {
             const QSizeF size = QwtText(texts.at(i)).textSize(font);
             const double x = map.transform(sizes.at(i));
             double left = x + spacing;
             if (left + size.width() > canvas.right())
                 left = x - spacing - size.width();
             left = qMax(left, canvas.left());
-            if (left < lastRight + gap)
+            return QRectF(QPointF(left, canvas.bottom() - spacing - size.height()), size);
+        };
+        const int last = sizes.size() - 1;
+        rects[last] = place(last);
+        double lastRight = -1e9;
+        for (int i = 0; i < last; ++i) {
+            const QRectF rect = place(i);
+            if (rect.left() < lastRight + gap || rect.right() + gap > rects.at(last).left())
                 continue;
-            rects[i] = QRectF(QPointF(left, canvas.bottom() - spacing - size.height()), size);
-            lastRight = left + size.width();
+            rects[i] = rect;
+            lastRight = rect.right();
         }
         return rects;
     }

@@ -3,8 +3,12 @@
 #include "XResult.h"
 
 #include <QtTest>
+#include <cmath>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_div.h>
+#include <qwt_scale_map.h>
 #include <qwt_text.h>
 
 namespace {
@@ -78,6 +82,7 @@ private slots:
     void labels();
     void repeatedResults();
     void nullResult();
+    void labelsNeverOverlap();
 
 private:
     XCsv* m_input = nullptr;
@@ -231,6 +236,36 @@ void TestXGraphWidget::nullResult()
     QCOMPARE(markers(*m_graph, QwtPlotMarker::VLine).size(), 0);
     QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).size(), 10);
     QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).last()->yValue(), 0.0);
+}
+
+void TestXGraphWidget::labelsNeverOverlap()
+{
+    // Thirty cores, one accession apart: labels crowd at every width.
+    XResult result(entries([](int p) { return (p * 30 + 99) / 100; }, [](int p) { return p; }),
+                   m_input, nullptr);
+    m_graph->setResult(&result);
+    m_graph->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_graph));
+    for (int width : {300, 450, 640, 800, 1000, 1400, 700, 350}) {
+        m_graph->resize(width, 400);
+        QApplication::processEvents();
+        m_graph->replot();
+        const QRectF canvas = m_graph->canvas()->contentsRect();
+        const QList<QRectF> labels = m_graph->coreSizeLabelRects();
+        QVERIFY(!labels.isEmpty());
+        for (int i = 0; i < labels.size(); ++i) {
+            QVERIFY2(canvas.contains(labels.at(i)), qPrintable(QString::number(width)));
+            if (i > 0)
+                QVERIFY2(labels.at(i).left() > labels.at(i - 1).right(),
+                         qPrintable(QString::number(width)));
+        }
+        // The largest core's label is always there, left of its line at the edge.
+        const double x = m_graph->canvasMap(QwtPlot::xBottom).transform(30);
+        QVERIFY(labels.last().right() <= x || labels.last().left() >= x);
+        QVERIFY(qAbs(labels.last().center().x() - x) < labels.last().width());
+        for (double tick : m_graph->axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick))
+            QCOMPARE(tick, std::round(tick));
+    }
 }
 
 QTEST_MAIN(TestXGraphWidget)
