@@ -114,6 +114,17 @@ XMainWindow::XMainWindow(QWidget* parent)
     m_inputView = new XCsvTableWidget(true, this);
     m_sourceView = new XCsvTableWidget(true, this);
 
+    m_tabs->setObjectName(QStringLiteral("tabs"));
+    m_newButton->setObjectName(QStringLiteral("newButton"));
+    m_importButton->setObjectName(QStringLiteral("importButton"));
+    m_sampleButton->setObjectName(QStringLiteral("sampleButton"));
+    m_slider->setObjectName(QStringLiteral("slider"));
+    m_sliderValue->setObjectName(QStringLiteral("sliderValue"));
+    m_coreView->setObjectName(QStringLiteral("coreView"));
+    m_graph->setObjectName(QStringLiteral("graph"));
+    m_inputView->setObjectName(QStringLiteral("inputView"));
+    m_sourceView->setObjectName(QStringLiteral("sourceView"));
+
     // Tracking off: a drag shows its number live but picks the core on release.
     m_slider->setRange(1, 100);
     m_slider->setSingleStep(1);

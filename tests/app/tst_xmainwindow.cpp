@@ -172,8 +172,8 @@ private slots:
     void graphAxesLaidOutForEachResult();
 
 private:
-    QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(); }
-    QSlider* slider() { return m_window->findChild<QSlider*>(); }
+    QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(QStringLiteral("tabs")); }
+    QSlider* slider() { return m_window->findChild<QSlider*>(QStringLiteral("slider")); }
     QLabel* sliderLabel();
     QAction* action(QString const& text) { return findAction(m_window, text); }
     QAbstractButton* button(QString const& text) { return findButton(m_window, text); }
@@ -222,10 +222,7 @@ void TestXMainWindow::cleanup()
 
 QLabel* TestXMainWindow::sliderLabel()
 {
-    // The value label stands right of the slider, before the "%" label.
-    QWidget* page = tabs()->widget(XMainWindow::CoreTab);
-    auto* row = page->layout()->itemAt(0)->layout();
-    return qobject_cast<QLabel*>(row->itemAt(1)->widget());
+    return m_window->findChild<QLabel*>(QStringLiteral("sliderValue"));
 }
 
 XCsvTableWidget* TestXMainWindow::view(int tab)
@@ -1071,7 +1068,8 @@ void TestXMainWindow::workspaceDialogTitlesStatusAndWindowTitle()
             QTest::keyClick(edit, Qt::Key_Return);
         };
     };
-    whenModalOpens(typeName(&openTitle, path));
+    // Generous: the first file dialog reads its folder before it shows.
+    whenModalOpens(typeName(&openTitle, path), 30000);
     tabs()->setCurrentIndex(XMainWindow::StartTab);
     clickButtonNow(button(QStringLiteral("Import")));
     QCOMPARE(openTitle, QStringLiteral("Import Workspace"));
@@ -1080,7 +1078,7 @@ void TestXMainWindow::workspaceDialogTitlesStatusAndWindowTitle()
     QCOMPARE(m_window->windowTitle(), QStringLiteral("microbov.ccw \u2014 Vireon"));
 
     const QString exported = m_dir->filePath(QStringLiteral("copy.ccw"));
-    whenModalOpens(typeName(&saveTitle, exported));
+    whenModalOpens(typeName(&saveTitle, exported), 30000);
     clickMenuAction(Qt::Key_F, QStringLiteral("Export Workspace..."));
     QCOMPARE(saveTitle, QStringLiteral("Export Workspace"));
     QCOMPARE(m_window->statusBar()->currentMessage(),
