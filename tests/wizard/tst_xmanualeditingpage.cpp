@@ -30,7 +30,7 @@ private slots:
 private:
     QSpinBox* rows() { return m_page->findChild<QSpinBox*>(QStringLiteral("rows")); }
     QSpinBox* columns() { return m_page->findChild<QSpinBox*>(QStringLiteral("columns")); }
-    QLineEdit* fill() { return m_page->findChild<QLineEdit*>(); }
+    QLineEdit* fill() { return m_page->findChild<QLineEdit*>(QStringLiteral("fill")); }
     QAbstractButton* buttonNamed(QString const& text) { return findButton(m_page, text); }
     QLabel* labelNamed(QString const& text) { return findLabel(m_page, text); }
     void create(QList<CellEdit> edits = {});
