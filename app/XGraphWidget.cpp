@@ -18,20 +18,28 @@
 
 // The core sizes and their label texts, shared by the markers: whether a
 // label is drawn, and on which side of its line, depends on its neighbours.
-struct XGraphWidget::SizeLabels
+class XGraphWidget::SizeLabels
 {
+public:
     QVector<double> sizes;
     QVector<QString> texts;
 
     // A label stands right of its line, or left of it where it would run
     // past the canvas. The largest core's label is always drawn; the others,
     // left to right, when they clear the last label drawn and that one.
-    // Rects are in canvas coordinates; null where not drawn.
-    QVector<QRectF> layout(QwtScaleMap const& map, QRectF const& canvas, QFont const& font) const
+    // Rects are in canvas coordinates; null where not drawn. Every marker
+    // asks during one repaint, so the answer is kept until the scale, the
+    // canvas or the font changes.
+    QVector<QRectF> const& layout(QwtScaleMap const& map, QRectF const& canvas,
+                                  QFont const& font) const
     {
-        QVector<QRectF> rects(sizes.size());
+        const Key key{map.s1(), map.s2(), map.p1(), map.p2(), canvas, font};
+        if (m_key && *m_key == key)
+            return m_rects;
+        m_key = std::make_unique<Key>(key);
+        m_rects = QVector<QRectF>(sizes.size());
         if (sizes.isEmpty())
-            return rects;
+            return m_rects;
         auto place = [&](int i) {
             const QSizeF size = QwtText(texts.at(i)).textSize(font);
             const double x = map.transform(sizes.at(i));
@@ -42,20 +50,35 @@ struct XGraphWidget::SizeLabels
             return QRectF(QPointF(left, canvas.bottom() - spacing - size.height()), size);
         };
         const int last = sizes.size() - 1;
-        rects[last] = place(last);
+        m_rects[last] = place(last);
         double lastRight = -1e9;
         for (int i = 0; i < last; ++i) {
             const QRectF rect = place(i);
-            if (rect.left() < lastRight + gap || rect.right() + gap > rects.at(last).left())
+            if (rect.left() < lastRight + gap || rect.right() + gap > m_rects.at(last).left())
                 continue;
-            rects[i] = rect;
+            m_rects[i] = rect;
             lastRight = rect.right();
         }
-        return rects;
+        return m_rects;
     }
 
     static constexpr double spacing = 2.0;
     static constexpr double gap = 4.0;
+
+private:
+    struct Key
+    {
+        double s1, s2, p1, p2;
+        QRectF canvas;
+        QFont font;
+        bool operator==(Key const& other) const
+        {
+            return s1 == other.s1 && s2 == other.s2 && p1 == other.p1 && p2 == other.p2 &&
+                   canvas == other.canvas && font == other.font;
+        }
+    };
+    mutable std::unique_ptr<Key> m_key;
+    mutable QVector<QRectF> m_rects;
 };
 
 namespace {
@@ -75,7 +98,7 @@ protected:
     void drawLabel(QPainter* painter, QRectF const& canvasRect, QPointF const&) const override
     {
         const QwtScaleMap map = plot()->canvasMap(xAxis());
-        const QVector<QRectF> rects = m_labels->layout(map, canvasRect, painter->font());
+        QVector<QRectF> const& rects = m_labels->layout(map, canvasRect, painter->font());
         QRectF const& rect = rects.at(m_index);
         if (rect.isNull())
             return;

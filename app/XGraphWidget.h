@@ -27,7 +27,7 @@ public:
     // neighbour are left out. The drawing uses exactly these places.
     QList<QRectF> coreSizeLabelRects() const;
 
-    struct SizeLabels;
+    class SizeLabels;
 
 public slots:
     void setResult(XResult* result);
