@@ -83,6 +83,8 @@ private slots:
     void repeatedResults();
     void nullResult();
     void labelsNeverOverlap();
+    void wholeNumberTicks_data();
+    void wholeNumberTicks();
 
 private:
     XCsv* m_input = nullptr;
@@ -265,6 +267,43 @@ void TestXGraphWidget::labelsNeverOverlap()
         QVERIFY(qAbs(labels.last().center().x() - x) < labels.last().width());
         for (double tick : m_graph->axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick))
             QCOMPARE(tick, std::round(tick));
+    }
+}
+
+void TestXGraphWidget::wholeNumberTicks_data()
+{
+    QTest::addColumn<int>("largestCore");
+    QTest::addColumn<int>("largestCount");
+    QTest::newRow("one accession") << 1 << 1;
+    QTest::newRow("two accessions") << 2 << 3;
+    QTest::newRow("three") << 3 << 7;
+    QTest::newRow("thirty") << 30 << 373;
+}
+
+void TestXGraphWidget::wholeNumberTicks()
+{
+    QFETCH(int, largestCore);
+    QFETCH(int, largestCount);
+    XResult result(
+        entries([largestCore](int p) { return qMax(1, (p * largestCore + 99) / 100); },
+                [largestCount](int p) { return qMax(1, (p * largestCount + 99) / 100); }),
+        m_input, nullptr);
+    m_graph->setResult(&result);
+    m_graph->resize(640, 400);
+    m_graph->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_graph));
+    // Every point stays inside the whole-number ranges.
+    QwtPlotCurve* line = curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue);
+    const QRectF points = line->boundingRect();
+    QCOMPARE(points.right(), double(largestCore));
+    for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+        QwtScaleDiv const& div = m_graph->axisScaleDiv(axis);
+        const QList<double> ticks = div.ticks(QwtScaleDiv::MajorTick);
+        QVERIFY(ticks.size() >= 2);
+        for (double tick : ticks)
+            QCOMPARE(tick, std::round(tick));
+        QCOMPARE(div.lowerBound(), 0.0);
+        QVERIFY(div.upperBound() >= (axis == QwtPlot::xBottom ? points.right() : points.bottom()));
     }
 }
 
