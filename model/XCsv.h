@@ -35,6 +35,9 @@ public:
     int columns() const { return m_columns; }
     // Whether every row holds exactly columns() cells.
     bool isRectangular() const;
+    // Line numbers (from 1) of the non-blank lines that reading text left out
+    // because their number of fields differs from the header row's.
+    QList<int> const& leftOutLines() const { return m_leftOut; }
 
     bool addRow(int const& index, QString const& label, QVariant const& fill);
     bool removeRow(int const& index);
@@ -49,4 +52,5 @@ public:
 private:
     Grid m_data;
     int m_columns = 0;
+    QList<int> m_leftOut;
 };

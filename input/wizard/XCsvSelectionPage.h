@@ -21,7 +21,7 @@ public:
     explicit XCsvSelectionPage(QWidget* parent = nullptr);
     ~XCsvSelectionPage() override;
 
-    int nextId() const override { return 3; }
+    int nextId() const override;
     void initializePage() override;
     bool isComplete() const override;
 
@@ -42,7 +42,8 @@ public slots:
     void srcEditButtonClicked();
 
 private:
-    void switchState(QLabel* label, QPushButton* editButton, bool const& hasErrors);
+    // Checks both tables again and shows what is wrong before Finish.
+    void refresh();
     void switchSrcSection(bool const& on);
     // Asks for a file and reads it; null when cancelled or unreadable.
     XCsv* browse(QString& fileName);
@@ -53,9 +54,14 @@ private:
     QPushButton* m_csvBrowse;
     QLabel* m_csvStatus;
     QPushButton* m_csvEdit;
+    QLabel* m_csvNote;
     QCheckBox* m_srcCheckbox;
     QLineEdit* m_srcFile;
     QPushButton* m_srcBrowse;
     QLabel* m_srcStatus;
     QPushButton* m_srcEdit;
+    QLabel* m_srcNote;
+    // What blocks Next, found by refresh(); empty when nothing does.
+    QString m_csvProblem;
+    QString m_srcProblem;
 };
