@@ -486,8 +486,8 @@ void TestXWorkspace::isComplete_data()
     QTest::newRow("blank lines after last #")
         << QString("\n#\n" + input + "\n#\n" + result + "\n#\n\n  \n\n") << true;
     QTest::newRow("second whole workspace")
-        << QString("\n#\n" + input + "\n#\n" + result + "\n#\n\n#\n" + input + "\n#\n" +
-                   result + "\n#")
+        << QString("\n#\n" + input + "\n#\n" + result + "\n#\n\n#\n" + input + "\n#\n" + result +
+                   "\n#")
         << true;
 }
 
