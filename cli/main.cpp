@@ -54,7 +54,8 @@ bool writeText(QString const& fileName, QString const& text)
 bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
 {
     QTextStream err(stderr);
-    const QString problem = TextFile::problem(fileName);
+    const QString problem =
+        XSpreadsheet::isKnownSuffix(fileName) ? TextFile::problem(fileName) : QString();
     QString message;
     if (problem.isEmpty())
         table.reset(XSpreadsheet::read(fileName, &message));

@@ -101,14 +101,11 @@ void XResult::fromString(QString& text)
         const QVector<QStringRef> parts = line.split(QLatin1Char(','));
         QList<int> rows;
         rows.reserve(parts.size() - 1);
-        QSet<int> seen;
         bool ok = true;
         for (int p = 0; p + 1 < parts.size(); ++p) {
-            const int row = strictToInt(parts.at(p), &ok);
-            if (!ok || seen.contains(row))
+            rows << strictToInt(parts.at(p), &ok);
+            if (!ok)
                 m_wellFormed = false;
-            seen.insert(row);
-            rows << row;
         }
         const int count = strictToInt(parts.last(), &ok);
         if (!ok || count < 0)

@@ -35,9 +35,9 @@ public:
     XCsv const* input() const { return m_csv; }
     XCsv const* source() const { return m_src; }
 
-    // False once the text form held a part that is not a whole number, a
-    // negative allele count, or a row named twice in one core: no engine
-    // writes such a line, so the text is damaged.
+    // False once the text form held a part that is not a whole number or a
+    // negative allele count: no search writes such a line, so the text is
+    // damaged. (A row may stand twice in one core: swaps can bring it back.)
     bool isWellFormed() const { return m_wellFormed; }
 
     QString toString() const override;

@@ -101,6 +101,9 @@ bool XWorkspace::isComplete() const
     if (m_cutOff || !m_result->isWellFormed() || m_result->entries().size() != 100)
         return false;
     for (XResult::Entry const& entry : m_result->entries()) {
+        // A core of k rows is drawn from k distinct rows of the table.
+        if (entry.second.size() >= m_csv->rows())
+            return false;
         for (int row : entry.second) {
             if (row < 1 || row >= m_csv->rows())
                 return false;

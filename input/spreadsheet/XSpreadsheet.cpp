@@ -33,6 +33,11 @@ QString XSpreadsheet::wrongSuffixMessage()
                                        "The file you selected is not a .csv or a .xls file.");
 }
 
+bool XSpreadsheet::isKnownSuffix(QString const& fileName)
+{
+    return fileName.endsWith(xlsSuffix) || fileName.endsWith(csvSuffix);
+}
+
 QString XSpreadsheet::noAlleleColumnsMessage()
 {
     return QCoreApplication::translate(
@@ -47,7 +52,7 @@ QString XSpreadsheet::parseErrorMessage(int row, int column)
 XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes)
 {
     const bool xls = fileName.endsWith(xlsSuffix);
-    if (!xls && !fileName.endsWith(csvSuffix)) {
+    if (!isKnownSuffix(fileName)) {
         if (error)
             *error = wrongSuffixMessage();
         return nullptr;

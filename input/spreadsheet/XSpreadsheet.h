@@ -20,6 +20,8 @@ public:
     // text. The file is replaced atomically; returns whether it was written.
     static bool write(XCsv const& table, QString const& fileName);
 
+    // Whether the name ends in a suffix that read() knows.
+    static bool isKnownSuffix(QString const& fileName);
     static QString wrongSuffixMessage();
     // A table read as a single column: most often text separated by
     // something other than commas.

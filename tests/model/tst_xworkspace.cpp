@@ -474,8 +474,12 @@ void TestXWorkspace::isComplete_data()
         << QString("\n#\n" + input + "\n#\n" +
                    QString(result).replace("1,2,7\n", repeated + QStringLiteral("7\n")) + "\n#")
         << false;
-    QTest::newRow("row named twice")
+    QTest::newRow("row named twice, within the table's size")
         << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "2,2,7\n") +
+                   "\n#")
+        << true;
+    QTest::newRow("more rows than the table has")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "2,1,2,7\n") +
                    "\n#")
         << false;
     QTest::newRow("text after last #")
