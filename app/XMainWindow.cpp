@@ -1,6 +1,7 @@
 #include "XMainWindow.h"
 
 #include "CenterResize.h"
+#include "TextFile.h"
 #include "XCore.h"
 #include "XCsv.h"
 #include "XCsvTableWidget.h"
@@ -388,7 +389,17 @@ void XMainWindow::importWorkspace()
         this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Import Workspace"));
     if (name.isEmpty())
         return;
-    auto* workspace = new XWorkspace(name, nullptr);
+    // The file's content, never the name-or-text rule: a long path is a path.
+    QString text, problem;
+    if (!TextFile::read(name, &text, &problem)) {
+        QMessageBox::critical(this, tr("Error"),
+                              tr("The file %1 cannot be imported: %2. The analysis shown stays "
+                                 "as it is.")
+                                  .arg(name, problem));
+        return;
+    }
+    auto* workspace = new XWorkspace(nullptr, nullptr, nullptr, nullptr);
+    workspace->fromString(text);
     if (!workspace->isComplete()) {
         delete workspace;
         QMessageBox::critical(this, tr("Error"),

@@ -25,6 +25,13 @@ XCsv::XCsv(QString const& source, QObject* parent) : XFile(parent)
         fromString(text);
 }
 
+XCsv* XCsv::fromText(QString text)
+{
+    auto* table = new XCsv(Grid());
+    table->fromString(text);
+    return table;
+}
+
 XCsv::~XCsv() = default;
 
 bool XCsv::isRectangular() const

@@ -23,6 +23,9 @@ public:
     explicit XCsv(Grid const& data, QObject* parent = nullptr);
     // A file name or comma-separated text (see readTextSource).
     explicit XCsv(QString const& source, QObject* parent = nullptr);
+    // A table read from comma-separated text that is never taken for a file
+    // name, however short: the content of a file the user chose.
+    static XCsv* fromText(QString text);
     ~XCsv() override;
 
     QVariant const& at(int const& row, int const& column) const

@@ -35,6 +35,11 @@ public:
     XCsv const* input() const { return m_csv; }
     XCsv const* source() const { return m_src; }
 
+    // False once the text form held a part that is not a whole number or a
+    // negative allele count: no search writes such a line, so the text is
+    // damaged. (A row may stand twice in one core: swaps can bring it back.)
+    bool isWellFormed() const { return m_wellFormed; }
+
     QString toString() const override;
     // Appends the entries read from the text form.
     void fromString(QString& text) override;
@@ -44,4 +49,5 @@ private:
     XCsv const* m_src;
     Entries m_entries;
     QMap<int, XCsv*> m_cache;
+    bool m_wellFormed = true;
 };
