@@ -63,7 +63,7 @@ bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
         err << fileName << ": " << (problem.isEmpty() ? message : problem) << '\n';
         return false;
     }
-    if (table->rows() > 0 && table->columns() < 2) {
+    if (table->rows() > 1 && table->columns() < 2) {
         err << fileName << ": " << XSpreadsheet::noAlleleColumnsMessage() << '\n';
         return false;
     }

@@ -1,6 +1,7 @@
 #include "TableChecks.h"
 
 #include "XCsv.h"
+#include "XSpreadsheet.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -37,11 +38,11 @@ QColor TableChecks::warningColor()
 
 QString TableChecks::accessionProblem(XCsv const& table, QString const& fileName)
 {
-    if (table.rows() >= 2)
-        return QString();
     const QFileInfo file(fileName);
     if (table.rows() == 0 && file.isFile() && file.size() == 0)
         return tr("The file is empty.");
+    if (table.rows() >= 2)
+        return table.columns() < 2 ? XSpreadsheet::noAlleleColumnsMessage() : QString();
     return tr("The table has no accessions: it needs at least one row below its header row.");
 }
 
@@ -90,4 +91,13 @@ QString TableChecks::leftOutWarning(QList<int> const& lines)
               "the header row: lines %2.")
         .arg(lines.size())
         .arg(list);
+}
+
+QString TableChecks::notes(QStringList const& readNotes, QList<int> const& leftOut)
+{
+    QStringList all = readNotes;
+    const QString lines = leftOutWarning(leftOut);
+    if (!lines.isEmpty())
+        all << lines;
+    return all.join(QLatin1Char('\n'));
 }

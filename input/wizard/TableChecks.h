@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 class XCsv;
 
@@ -15,8 +16,9 @@ namespace TableChecks {
 QColor problemColor();
 QColor warningColor();
 
-// "The file is empty." for an empty file, otherwise a complaint when the
-// table has no row below its header row.
+// "The file is empty." for an empty file; a complaint when the table has no
+// row below its header row, or else when it has no allele column (text split
+// by something other than commas).
 QString accessionProblem(XCsv const& table, QString const& fileName);
 
 // Names the first column whose header differs between the two tables.
@@ -24,5 +26,9 @@ QString headerProblem(XCsv const& input, XCsv const& start);
 
 // Lines the reader left out because their field count differs from the header's.
 QString leftOutWarning(QList<int> const& lines);
+
+// The warnings under a table, one per line: what the reader said of the file
+// (its encoding), then the lines it left out.
+QString notes(QStringList const& readNotes, QList<int> const& leftOut);
 
 } // namespace TableChecks

@@ -106,29 +106,31 @@ bool XCsvSelectionPage::isComplete() const
     return !m_srcCheckbox->isChecked() || (m_src.isReady() && m_srcProblem.isEmpty());
 }
 
-XCsv* XCsvSelectionPage::parseFile(QString const& fileName) const
+XCsv* XCsvSelectionPage::parseFile(QString const& fileName, QStringList* notes) const
 {
     QString error;
-    XCsv* table = XSpreadsheet::read(fileName, &error);
+    XCsv* table = XSpreadsheet::read(fileName, &error, notes);
     if (!table)
         QMessageBox::critical(nullptr, tr("Error"), error);
     return table;
 }
 
-XCsv* XCsvSelectionPage::browse(QString& fileName)
+XCsv* XCsvSelectionPage::browse(QString& fileName, QStringList* notes)
 {
     fileName =
         XFileDialog::openFileName(this, tr("Spreadsheets %1").arg(QStringLiteral("(*.csv *.xls)")))
             .trimmed();
-    return fileName.isEmpty() ? nullptr : parseFile(fileName);
+    return fileName.isEmpty() ? nullptr : parseFile(fileName, notes);
 }
 
 void XCsvSelectionPage::csvBrowseButtonClicked()
 {
     QString fileName;
-    XCsv* table = browse(fileName);
+    QStringList notes;
+    XCsv* table = browse(fileName, &notes);
     if (!table)
         return;
+    m_csvReadNotes = notes;
     m_csv.reset(table);
     m_csvFile->setText(fileName);
     m_srcCheckbox->show();
@@ -154,9 +156,11 @@ void XCsvSelectionPage::srcCheckboxToggled(bool checked)
 void XCsvSelectionPage::srcBrowseButtonClicked()
 {
     QString fileName;
-    XCsv* table = browse(fileName);
+    QStringList notes;
+    XCsv* table = browse(fileName, &notes);
     if (!table)
         return;
+    m_srcReadNotes = notes;
     m_src.reset(table);
     m_srcFile->setText(fileName);
     refresh();
@@ -178,7 +182,7 @@ void XCsvSelectionPage::refresh()
     if (XCsv const* csv = m_csv.table()) {
         m_csvProblem = TableChecks::accessionProblem(*csv, m_csvFile->text());
         EditedTable::showStatus(m_csvStatus, m_csvEdit, m_csv.hasErrors(), m_csvProblem);
-        m_csvNote->setText(TableChecks::leftOutWarning(csv->leftOutLines()));
+        m_csvNote->setText(TableChecks::notes(m_csvReadNotes, csv->leftOutLines()));
         m_csvNote->setVisible(!m_csvNote->text().isEmpty());
     }
     if (XCsv const* src = m_src.table()) {
@@ -186,7 +190,7 @@ void XCsvSelectionPage::refresh()
         if (m_srcProblem.isEmpty() && m_csv.table())
             m_srcProblem = TableChecks::headerProblem(*m_csv.table(), *src);
         EditedTable::showStatus(m_srcStatus, m_srcEdit, m_src.hasErrors(), m_srcProblem);
-        m_srcNote->setText(TableChecks::leftOutWarning(src->leftOutLines()));
+        m_srcNote->setText(TableChecks::notes(m_srcReadNotes, src->leftOutLines()));
         m_srcNote->setVisible(!m_srcNote->text().isEmpty());
     }
     emit completeChanged();

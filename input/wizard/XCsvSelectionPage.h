@@ -2,6 +2,7 @@
 
 #include "EditedTable.h"
 
+#include <QStringList>
 #include <QWizardPage>
 
 class QCheckBox;
@@ -32,7 +33,8 @@ public:
     XCsv* takeSrc();
 
     // Reads a table by suffix; on failure shows why and returns null.
-    XCsv* parseFile(QString const& fileName) const;
+    // *notes receives what the reader says about a table it read.
+    XCsv* parseFile(QString const& fileName, QStringList* notes = nullptr) const;
 
 public slots:
     void csvBrowseButtonClicked();
@@ -46,7 +48,7 @@ private:
     void refresh();
     void switchSrcSection(bool const& on);
     // Asks for a file and reads it; null when cancelled or unreadable.
-    XCsv* browse(QString& fileName);
+    XCsv* browse(QString& fileName, QStringList* notes);
 
     EditedTable m_csv;
     EditedTable m_src;
@@ -64,4 +66,6 @@ private:
     // What blocks Next, found by refresh(); empty when nothing does.
     QString m_csvProblem;
     QString m_srcProblem;
+    QStringList m_csvReadNotes;
+    QStringList m_srcReadNotes;
 };

@@ -40,6 +40,9 @@ private slots:
     void noAccessions_data();
     void noAccessions();
     void leftOutLinesWarned();
+    void noAlleleColumnsRefused_data();
+    void noAlleleColumnsRefused();
+    void windows1252Noted();
 
 private:
     template <typename T> T* named(char const* name)
@@ -468,6 +471,50 @@ void TestXCsvSelectionPage::leftOutLinesWarned()
     QVERIFY(writeText(path("clean.csv"), "Name,M,M\nA1,1,2\n"));
     answerOpenDialog(path("clean.csv"));
     clickButton(named<QPushButton>("inputBrowse"));
+    QVERIFY(!note->isVisible());
+}
+
+void TestXCsvSelectionPage::noAlleleColumnsRefused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("semicolons") << QByteArray("Name;M;M\nA;1;2\nB;3;4\n");
+    QTest::newRow("tabs") << QByteArray("Name\tM\tM\nA\t1\t2\n");
+    QTest::newRow("labels only") << QByteArray("Name\nA\nB\n");
+}
+
+void TestXCsvSelectionPage::noAlleleColumnsRefused()
+{
+    QFETCH(QByteArray, content);
+    QVERIFY(writeText(path("one.csv"), content));
+    answerOpenDialog(path("one.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QLabel* status = named<QLabel>("inputStatus");
+    QVERIFY(status->isVisible());
+    QCOMPARE(status->text(), QStringLiteral("The table has no allele columns: is it separated by "
+                                            "semicolons or tabs?"));
+    QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
+    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::windows1252Noted()
+{
+    // "Bétail" as an old spreadsheet export in Europe writes it.
+    QVERIFY(writeText(path("latin.csv"), "Name,M,M\nB\xe9tail,1,2\nA2,5\n"));
+    answerOpenDialog(path("latin.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
+    QLabel* note = named<QLabel>("inputNote");
+    QVERIFY(note->isVisible());
+    QCOMPARE(note->text(),
+             QStringLiteral("This file is not UTF-8; it was read as Windows-1252.\n1 line of the "
+                            "file was left out because its number of fields differs from the "
+                            "header row: line 3."));
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+    // A UTF-8 file afterwards says nothing of encodings.
+    QVERIFY(writeText(path("utf8.csv"), "Name,M,M\nB\xc3\xa9tail,1,2\n"));
+    answerOpenDialog(path("utf8.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
     QVERIFY(!note->isVisible());
 }
 
