@@ -39,6 +39,7 @@
 #include <qwt_scale_div.h>
 #include <qwt_scale_widget.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -155,6 +156,8 @@ private slots:
     void importReplaces();
     void importRefusesIncomplete_data();
     void importRefusesIncomplete();
+    void importFromLongPath();
+    void importRefusesFifo();
     void cancelledDialogsDoNothing();
     void engineErrorShown();
     void emptyInputRefused_data();
@@ -755,6 +758,14 @@ void TestXMainWindow::importRefusesIncomplete_data()
     QTest::newRow("truncated") << QByteArray(
         "SliderValue=3\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n1,1\n");
     QTest::newRow("binary") << QByteArray::fromHex("d0cf11e0a1b11ae100ff00ff");
+    // Damage that used to pass: made from a whole workspace of the small table.
+    QScopedPointer<XWorkspace> whole(smallWorkspace(false, 3));
+    const QByteArray text = whole->toString().toUtf8();
+    QTest::newRow("count not a number") << QByteArray(text).replace("1,2,5\n", "1,2,x\n");
+    QTest::newRow("negative count") << QByteArray(text).replace("1,2,5\n", "1,2,-5\n");
+    QTest::newRow("row named 100000 times")
+        << QByteArray(text).replace("1,3\n", QByteArray("1,").repeated(100000) + "3\n");
+    QTest::newRow("text after the last section") << text + "\nrest of another file\n";
 }
 
 void TestXMainWindow::importRefusesIncomplete()
@@ -776,6 +787,43 @@ void TestXMainWindow::importRefusesIncomplete()
                        .arg(path));
     QCOMPARE(m_window->workspace(), shown.data());
     QCOMPARE(slider()->value(), 33);
+}
+
+void TestXMainWindow::importFromLongPath()
+{
+    // Over 512 characters of path: still a path, never the workspace's text.
+    QString folder = m_dir->path();
+    while (folder.size() < 600) {
+        folder += QLatin1Char('/') + QString(100, QLatin1Char('w'));
+        QVERIFY(QDir().mkpath(folder));
+    }
+    const QString path = folder + QStringLiteral("/long.ccw");
+    QScopedPointer<XWorkspace> written(smallWorkspace(true, 60));
+    QVERIFY(writeText(path, written->toString().toUtf8()));
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QVERIFY(m_window->workspace());
+    QCOMPARE(m_window->workspace()->toString(), written->toString());
+    QCOMPARE(slider()->value(), 60);
+}
+
+void TestXMainWindow::importRefusesFifo()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 33);
+    m_window->clearWorkspace(shown);
+    const QString path = m_dir->filePath(QStringLiteral("pipe.ccw"));
+    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(seen, QStringLiteral("Error | The file %1 cannot be imported: not a regular file. "
+                                  "The analysis shown stays as it is.")
+                       .arg(path));
+    QCOMPARE(m_window->workspace(), shown.data());
 }
 
 void TestXMainWindow::cancelledDialogsDoNothing()
