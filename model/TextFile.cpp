@@ -11,10 +11,12 @@
 
 namespace {
 
-// 50,000 accessions x 100 allele columns (about 20 MB of text) read in a few
-// seconds at about 300 MB of memory; 256 MiB of text stays within a few
-// gigabytes, which a desktop machine has.
-constexpr qint64 limitBytes = qint64(256) * 1024 * 1024;
+// Measured with bench_model: 50,000 accessions x 100 allele columns (19 MiB
+// of text) read in under a second at 250 MiB of memory; 650,000 x 100
+// (249 MiB) took 18 s and 3.2 GiB to read and 8.9 GiB to write back as a
+// workspace. 128 MiB of text (about 330,000 x 100) keeps a whole analysis
+// within the memory of an ordinary desktop machine.
+constexpr qint64 limitBytes = qint64(128) * 1024 * 1024;
 
 QString tr(char const* text)
 {

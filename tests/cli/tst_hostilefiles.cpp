@@ -135,7 +135,7 @@ void TestHostileFiles::tooLargeInputRefused()
     const Outcome o = runCli({quiet, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": is too large: 1024.0 MB, and Vireon reads files of "
-                                          "up to 256.0 MB\n"));
+                                          "up to 128.0 MB\n"));
 }
 
 void TestHostileFiles::singleColumnTableRefused_data()

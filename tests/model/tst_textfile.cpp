@@ -139,17 +139,17 @@ void TestTextFile::tooLargeRefusedBeforeReading()
     file.close();
     QString text, error;
     QVERIFY(!TextFile::read(path, &text, &error));
-    QCOMPARE(error, QStringLiteral("is too large: 256.0 MB, and Vireon reads files of up to "
-                                   "256.0 MB"));
+    QCOMPARE(error, QStringLiteral("is too large: 128.0 MB, and Vireon reads files of up to "
+                                   "128.0 MB"));
     QVERIFY(file.resize(qint64(1) << 40));
     QVERIFY(!TextFile::read(path, &text, &error));
     QCOMPARE(error, QStringLiteral("is too large: 1048576.0 MB, and Vireon reads files of up to "
-                                   "256.0 MB"));
+                                   "128.0 MB"));
 }
 
 void TestTextFile::atTheLimitRead()
 {
-    QCOMPARE(TextFile::sizeLimit(), qint64(256) * 1024 * 1024);
+    QCOMPARE(TextFile::sizeLimit(), qint64(128) * 1024 * 1024);
     // Just within the limit is read; built from a small file so the test
     // stays light: the limit itself is checked above.
     QString text;
