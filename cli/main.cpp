@@ -1,18 +1,21 @@
 // vireon-cli: selects the core collections of one table from the command
 // line, prints a summary or the result, and writes the workspace or a core.
 #include "StrictInt.h"
+#include "XAlleles.h"
 #include "XCore.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
 #include "XProgressBar.h"
 #include "XResult.h"
+#include "XSaveFile.h"
 #include "XSpreadsheet.h"
 #include "XWorkspace.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QSaveFile>
+#include <QFile>
+#include <QFileInfo>
 #include <QTextStream>
 
 #include <ctime>
@@ -37,15 +40,31 @@ bool readNumber(QString const& text, int* value)
     return ok;
 }
 
-bool writeText(QString const& fileName, QString const& text)
+// The command line reads files only: a name that is not a readable file is
+// refused here, before the table reader would take it for table text.
+QString fileProblem(QString const& fileName)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    QTextStream stream(&file);
-    stream << text;
-    stream.flush();
-    return file.commit();
+    const QFileInfo info(fileName);
+    if (!info.exists())
+        return QStringLiteral("no such file");
+    if (info.isDir())
+        return QStringLiteral("is a folder");
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot be read");
+    return QString();
+}
+
+// A table file, or null after naming the problem on stderr.
+std::unique_ptr<XCsv> readTable(QString const& fileName, QTextStream& err)
+{
+    QString problem = fileProblem(fileName);
+    std::unique_ptr<XCsv> table;
+    if (problem.isEmpty())
+        table.reset(XSpreadsheet::read(fileName, &problem));
+    if (!table)
+        err << fileName << ": " << problem << '\n';
+    return table;
 }
 
 } // namespace
@@ -106,19 +125,14 @@ int main(int argc, char** argv)
         return usageError(QStringLiteral("--percent needs a whole number from 1 to 100."));
 
     QTextStream err(stderr);
-    QString message;
-    std::unique_ptr<XCsv> input(XSpreadsheet::read(inputs.first(), &message));
-    if (!input) {
-        err << inputs.first() << ": " << message << '\n';
+    std::unique_ptr<XCsv> input = readTable(inputs.first(), err);
+    if (!input)
         return UsageError;
-    }
     std::unique_ptr<XCsv> source;
     if (parser.isSet(start)) {
-        source.reset(XSpreadsheet::read(parser.value(start), &message));
-        if (!source) {
-            err << parser.value(start) << ": " << message << '\n';
+        source = readTable(parser.value(start), err);
+        if (!source)
             return UsageError;
-        }
     }
     // Resolve a clock seed here so that the summary can name it.
     if (seedValue == 0)
@@ -148,33 +162,28 @@ int main(int argc, char** argv)
         return EngineFailure;
     }
 
-    XCore::AlleleMap all;
-    XCore::Matrix scratch;
-    QStringList headers;
-    for (QVariant const& cell : input->at(0))
-        headers << cell.toString();
-    if (source)
-        core.readCsv(source.get(), headers, scratch, all);
-    core.readCsv(input.get(), headers, scratch, all);
+    const int total = XAlleles::held({source.get(), input.get()}, input->headers());
 
     QTextStream out(stdout);
     if (parser.isSet(result))
         out << outcome->toString();
     else
-        out << XCoreSummary::text(core, *outcome, all.size(), seedValue);
+        out << XCoreSummary::text(*outcome, total, seedValue);
     out.flush();
 
     int status = Success;
+    QString reason;
     if (parser.isSet(output) &&
-        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output))) {
-        err << parser.value(output) << ": could not be written.\n";
+        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output), &reason)) {
+        err << parser.value(output) << ": could not be written: " << reason << '\n';
         status = EngineFailure;
     }
     // The workspace owns the tables and the result from here on.
     XWorkspace analysis(input.release(), source.release(), outcome.release());
     analysis.setSlider(percentValue);
-    if (parser.isSet(workspace) && !writeText(parser.value(workspace), analysis.toString())) {
-        err << parser.value(workspace) << ": could not be written.\n";
+    if (parser.isSet(workspace) &&
+        !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
+        err << parser.value(workspace) << ": could not be written: " << reason << '\n';
         status = EngineFailure;
     }
     return status;

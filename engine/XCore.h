@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XAlleles.h"
 #include "XCsv.h"
 
 #include <QMap>
@@ -20,8 +21,8 @@ class XCore : public QThread
     Q_OBJECT
 
 public:
-    using Matrix = QList<QList<int>>;
-    using AlleleMap = QMap<QPair<QString, int>, int>;
+    using Matrix = XAlleles::Matrix;
+    using AlleleMap = XAlleles::AlleleMap;
 
     // Seeds the C library generator on the calling thread: srand(seed), or
     // srand(time(0)) for seed 0. Keeps shallow copies of both grids, so the
@@ -29,9 +30,7 @@ public:
     XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
           QObject* parent = nullptr);
 
-    // Encodes one table: per data row its row number, then one value per
-    // allele column (0 for "*" and for the repeat of a homozygous pair), and
-    // counts each (marker, allele) in `alleles`. Appends; false after error().
+    // XAlleles::encode, stopping with the run; false after error().
     bool readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
                  AlleleMap& alleles) const;
     // Stable sort of the rows by element `column`.

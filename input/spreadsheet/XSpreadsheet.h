@@ -14,8 +14,9 @@ public:
     // message to show the user.
     static XCsv* read(QString const& fileName, QString* error);
     // A name ending in ".xls" becomes a workbook, any other comma-separated
-    // text. The file is replaced atomically; returns whether it was written.
-    static bool write(XCsv const& table, QString const& fileName);
+    // text. The file is replaced atomically; returns whether it was
+    // written, and if not sets *error to the reason ("Permission denied").
+    static bool write(XCsv const& table, QString const& fileName, QString* error = nullptr);
 
     static QString wrongSuffixMessage();
     // "Error while parsing the .xls file: cell at row r and column c ..."

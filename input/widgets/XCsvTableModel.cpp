@@ -1,13 +1,9 @@
 #include "XCsvTableModel.h"
 
-#include "StrictInt.h"
+#include "XCellValue.h"
 #include "XCsv.h"
 
 #include <QBrush>
-
-namespace {
-const QString kMissing = QStringLiteral("*");
-}
 
 XCsvTableModel::XCsvTableModel(XCsv* csv, bool const& readOnly, QObject* parent)
     : QAbstractTableModel(parent), m_csv(csv), m_readOnly(readOnly)
@@ -50,7 +46,7 @@ QVariant XCsvTableModel::data(QModelIndex const& index, int role) const
         return int(Qt::AlignCenter);
     case Qt::BackgroundRole: {
         const QVariant value = hasCell(row, column) ? m_csv->at(row + 1, column + 1) : QVariant();
-        if (value.toString() == kMissing)
+        if (XCellValue::isMissing(value))
             return QBrush(Qt::lightGray);
         if (isError(value))
             return QBrush(Qt::red);
@@ -149,11 +145,11 @@ bool XCsvTableModel::insertLine(Axis axis, int position, int count, QModelIndex 
     bool done;
     if (rows) {
         beginInsertRows(QModelIndex(), index, index);
-        done = m_csv->addRow(position, tr("Row"), kMissing);
+        done = m_csv->addRow(position, tr("Row"), XCellValue::missingMark());
         endInsertRows();
     } else {
         beginInsertColumns(QModelIndex(), index, index);
-        done = m_csv->addColumn(position, tr("Column"), kMissing);
+        done = m_csv->addColumn(position, tr("Column"), XCellValue::missingMark());
         endInsertColumns();
     }
     if (!done)
@@ -234,26 +230,7 @@ QList<XCsvTableModel::Cell> const& XCsvTableModel::errors() const
 
 bool XCsvTableModel::isError(QVariant const& value) const
 {
-    if (!value.isValid() || value.isNull())
-        return true;
-    const int type = value.userType();
-    if (type == QMetaType::Int)
-        return value.toInt() < 0;
-    bool ok = false;
-    int number;
-    if (type == QMetaType::QString) {
-        // Read in place: checking a large table must not copy every cell.
-        QString const& text = *static_cast<QString const*>(value.constData());
-        if (text == kMissing)
-            return false;
-        number = strictToInt(text, &ok);
-    } else {
-        const QString text = value.toString();
-        if (text == kMissing)
-            return false;
-        number = strictToInt(text, &ok);
-    }
-    return !ok || number < 0;
+    return !XCellValue::isAllele(value);
 }
 
 int* XCsvTableModel::slot(int row, int column) const
