@@ -34,18 +34,23 @@ XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const&
         srand(unsigned(time(nullptr)));
 }
 
+XCore::~XCore()
+{
+    stopIterating();
+    wait();
+}
+
 void XCore::stopIterating()
 {
     m_stop.store(true);
 }
 
-void XCore::fail(QString const& message) const
+void XCore::fail(QString const& message)
 {
-    emit const_cast<XCore*>(this)->error(message);
+    emit error(message);
 }
 
-bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
-                    AlleleMap& alleles) const
+bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix, AlleleMap& alleles)
 {
     if (XAlleles::encode(*csv, headers, matrix, alleles, &m_stop))
         return true;
@@ -53,7 +58,7 @@ bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
     return false;
 }
 
-bool XCore::csortMatrix(Matrix& matrix, int const& column) const
+bool XCore::csortMatrix(Matrix& matrix, int const& column)
 {
     const int n = matrix.size();
     std::vector<int> order;
@@ -80,7 +85,7 @@ bool XCore::csortMatrix(Matrix& matrix, int const& column) const
 
 bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
                     QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
-                    QList<int>& bestIndices, int const& k) const
+                    QList<int>& bestIndices, int const& k)
 {
     XCoverageSearch search;
     if (!search.build(matrix, headers, startMap) ||
