@@ -19,11 +19,6 @@ std::atomic<int> readingLimit{30000};
 // Starting a program takes milliseconds; this only bounds a stuck exec.
 const int startLimitMs = 10000;
 
-QString translated(char const* text)
-{
-    return QCoreApplication::translate("XSpreadsheet", text);
-}
-
 // Runs the reader on one file and returns what it wrote, or sets `started`
 // / `finished` false when it could not start or did not end well.
 QByteArray runReader(QString const& fileName, bool& started, bool& finished)
@@ -95,42 +90,51 @@ void XWorkbookReader::setReadingLimitMs(int ms)
 
 QString XWorkbookReader::parseErrorMessage(int row, int column)
 {
-    return translated("Error while parsing the .xls file: cell at row %1 and column %2 does not "
-                      "appear to be a valid string or number.")
+    return QCoreApplication::translate(
+               "XSpreadsheet",
+               "Error while parsing the .xls file: cell at row %1 and column %2 does not "
+               "appear to be a valid string or number.")
         .arg(row)
         .arg(column);
 }
 
 QString XWorkbookReader::unreadableMessage()
 {
-    return translated("Error while parsing the .xls file: the file cannot be read as a workbook.");
+    return QCoreApplication::translate(
+        "XSpreadsheet",
+        "Error while parsing the .xls file: the file cannot be read as a workbook.");
 }
 
 QString XWorkbookReader::encryptedMessage()
 {
-    return translated(
+    return QCoreApplication::translate(
+        "XSpreadsheet",
         "Error while parsing the .xls file: the workbook is protected by a password.");
 }
 
 QString XWorkbookReader::noWorksheetMessage()
 {
-    return translated("Error while parsing the .xls file: the workbook has no worksheet.");
+    return QCoreApplication::translate(
+        "XSpreadsheet", "Error while parsing the .xls file: the workbook has no worksheet.");
 }
 
 QString XWorkbookReader::emptyWorksheetMessage()
 {
-    return translated("Error while parsing the .xls file: the first worksheet is empty.");
+    return QCoreApplication::translate(
+        "XSpreadsheet", "Error while parsing the .xls file: the first worksheet is empty.");
 }
 
 QString XWorkbookReader::readerNotStartedMessage()
 {
-    return translated("The .xls file cannot be read: the workbook reader could not be started.");
+    return QCoreApplication::translate(
+        "XSpreadsheet", "The .xls file cannot be read: the workbook reader could not be started.");
 }
 
 QString XWorkbookReader::readerStoppedMessage()
 {
-    return translated("Error while parsing the .xls file: the workbook reader stopped on this "
-                      "file.");
+    return QCoreApplication::translate(
+        "XSpreadsheet", "Error while parsing the .xls file: the workbook reader stopped on this "
+                        "file.");
 }
 
 XCsv* XWorkbookReader::read(QString const& fileName, QString* error)

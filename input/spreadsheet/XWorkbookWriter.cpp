@@ -15,10 +15,10 @@
 
 namespace {
 
-bool failed(QString* error, char const* reason)
+bool failed(QString* error, QString const& reason)
 {
     if (error)
-        *error = QCoreApplication::translate("XSpreadsheet", reason);
+        *error = reason;
     return false;
 }
 
@@ -39,12 +39,15 @@ bool XWorkbookWriter::write(XCsv const& table, QString const& fileName, QString*
             const bool ok =
                 number ? workbook.setNumber(r, c, n) : workbook.setText(r, c, value.toString());
             if (!ok)
-                return failed(error, "the table does not fit in an .xls worksheet");
+                return failed(error,
+                              QCoreApplication::translate(
+                                  "XSpreadsheet", "the table does not fit in an .xls worksheet"));
         }
     }
     const QByteArray document = compoundDocument(workbook.workbook());
     if (document.isEmpty())
-        return failed(error, "the workbook could not be put together");
+        return failed(error, QCoreApplication::translate("XSpreadsheet",
+                                                         "the workbook could not be put together"));
     return XSaveFile::write(fileName, document, error);
 }
 

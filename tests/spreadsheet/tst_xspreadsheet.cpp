@@ -556,7 +556,9 @@ void TestXSpreadsheet::failedWriteKeepsExistingFile()
     const QByteArray before("previous content\n");
     const QString fileName = writeBytes(QStringLiteral("keep.xls"), before);
     QVERIFY(!fileName.isEmpty());
-    QVERIFY(!XSpreadsheet::write(table, fileName));
+    QString reason;
+    QVERIFY(!XSpreadsheet::write(table, fileName, &reason));
+    QCOMPARE(reason, QStringLiteral("the table does not fit in an .xls worksheet"));
     QFile file(fileName);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), before);
@@ -566,8 +568,12 @@ void TestXSpreadsheet::failedWriteKeepsExistingFile()
 void TestXSpreadsheet::writeToMissingFolderFails()
 {
     XCsv table;
-    QVERIFY(!XSpreadsheet::write(table, path(QStringLiteral("no/such/out.xls"))));
-    QVERIFY(!XSpreadsheet::write(table, path(QStringLiteral("no/such/out.csv"))));
+    for (QString const& name :
+         {QStringLiteral("no/such/out.xls"), QStringLiteral("no/such/out.csv")}) {
+        QString reason;
+        QVERIFY(!XSpreadsheet::write(table, path(name), &reason));
+        QCOMPARE(reason, QStringLiteral("No such file or directory"));
+    }
 }
 
 void TestXSpreadsheet::roundTripRandom_data()
