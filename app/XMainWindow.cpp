@@ -9,6 +9,7 @@
 #include "XGraphWidget.h"
 #include "XResult.h"
 #include "XSample.h"
+#include "XSaveFile.h"
 #include "XSpreadsheet.h"
 #include "XWizard.h"
 #include "XWorkspace.h"
@@ -23,11 +24,9 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QSlider>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <QTextStream>
 #include <QVBoxLayout>
 
 namespace {
@@ -321,14 +320,16 @@ void XMainWindow::csvParseCanceled()
     discardPending();
 }
 
-bool XMainWindow::saveCurrent(QString const& fileName) const
+bool XMainWindow::saveCurrent(QString const& fileName, QString* error) const
 {
-    return m_shown && XSpreadsheet::write(*m_shown, fileName);
+    return m_shown && XSpreadsheet::write(*m_shown, fileName, error);
 }
 
-void XMainWindow::reportWrite(bool written, QString const& done, QString const& fileName)
+void XMainWindow::reportWrite(bool written, QString const& done, QString const& fileName,
+                              QString const& reason)
 {
-    statusBar()->showMessage(written ? done.arg(fileName) : tr("Could not write %1").arg(fileName),
+    statusBar()->showMessage(written ? done.arg(fileName)
+                                     : tr("Could not write %1: %2").arg(fileName, reason),
                              statusTimeoutMs);
 }
 
@@ -341,7 +342,9 @@ void XMainWindow::save()
         saveAs();
         return;
     }
-    reportWrite(saveCurrent(path), tr("Core collection saved to %1"), path);
+    QString reason;
+    const bool written = saveCurrent(path, &reason);
+    reportWrite(written, tr("Core collection saved to %1"), path, reason);
 }
 
 void XMainWindow::saveAs()
@@ -355,7 +358,9 @@ void XMainWindow::saveAs()
     if (name.isEmpty())
         return;
     m_workspace->setSavePath(name);
-    reportWrite(saveCurrent(name), tr("Core collection saved to %1"), name);
+    QString reason;
+    const bool written = saveCurrent(name, &reason);
+    reportWrite(written, tr("Core collection saved to %1"), name, reason);
 }
 
 void XMainWindow::exportWorkspace()
@@ -366,17 +371,9 @@ void XMainWindow::exportWorkspace()
         this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Export Workspace"));
     if (name.isEmpty())
         return;
-    // Written beside the target and renamed over it, so a failed write
-    // never leaves a half-written workspace in place of a good one.
-    QSaveFile file(name);
-    bool written = file.open(QIODevice::WriteOnly);
-    if (written) {
-        QTextStream out(&file);
-        out << m_workspace->toString();
-        out.flush();
-        written = out.status() == QTextStream::Ok && file.commit();
-    }
-    reportWrite(written, tr("Workspace exported to %1"), name);
+    QString reason;
+    const bool written = XSaveFile::writeText(name, m_workspace->toString(), &reason);
+    reportWrite(written, tr("Workspace exported to %1"), name, reason);
     if (written) {
         m_file.exported(name);
         setWindowTitle(m_file.windowTitle());

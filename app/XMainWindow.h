@@ -33,8 +33,9 @@ public:
 
     // Shows a workspace and takes ownership of it; the previous one is deleted.
     void clearWorkspace(XWorkspace* workspace);
-    // Writes the core collection now shown; returns whether it was written.
-    bool saveCurrent(QString const& fileName) const;
+    // Writes the core collection now shown; returns whether it was written,
+    // and if not sets *error to the reason.
+    bool saveCurrent(QString const& fileName, QString* error = nullptr) const;
 
     XWorkspace* workspace() const { return m_workspace; }
     XCsv* shownCore() const { return m_shown; }
@@ -60,7 +61,8 @@ private:
     QWidget* buildStartPage();
     QWidget* buildCorePage();
     void discardPending();
-    void reportWrite(bool written, QString const& done, QString const& fileName);
+    void reportWrite(bool written, QString const& done, QString const& fileName,
+                     QString const& reason);
 
     QAction* m_newAction;
     QAction* m_saveAction;

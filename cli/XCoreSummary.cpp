@@ -1,24 +1,12 @@
 #include "XCoreSummary.h"
 
-#include "XCore.h"
+#include "XAlleles.h"
 #include "XCsv.h"
 #include "XResult.h"
 
 #include <QTextStream>
 
-namespace {
-
-QStringList headersOf(XCsv const& table)
-{
-    QStringList headers;
-    for (QVariant const& cell : table.at(0))
-        headers << cell.toString();
-    return headers;
-}
-
-} // namespace
-
-QString XCoreSummary::text(XCore const& core, XResult& result, int const& total, int const& seed)
+QString XCoreSummary::text(XResult& result, int const& total, int const& seed)
 {
     QString summary;
     QTextStream out(&summary);
@@ -30,13 +18,10 @@ QString XCoreSummary::text(XCore const& core, XResult& result, int const& total,
         if (i + 1 < entries.size() && entries.at(i + 1) == entries.at(first))
             continue;
         XCsv const* table = result.csv(first + 1);
-        XCore::Matrix matrix;
-        XCore::AlleleMap alleles;
-        core.readCsv(table, headersOf(*table), matrix, alleles);
         const QString percents = first == i ? QString::number(first + 1)
                                             : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
         out << percents << '\t' << startRows + entries.at(first).second.size() << '\t'
-            << entries.at(first).first << '\t' << alleles.size() << '\n';
+            << entries.at(first).first << '\t' << XAlleles::held({table}, table->headers()) << '\n';
         first = i + 1;
     }
     out << "Total alleles: " << total << "; seed: " << seed << '\n';

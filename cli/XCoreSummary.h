@@ -2,7 +2,6 @@
 
 #include <QString>
 
-class XCore;
 class XResult;
 
 // The command line's summary of a result: one line per distinct core with
@@ -12,5 +11,5 @@ class XResult;
 class XCoreSummary
 {
 public:
-    static QString text(XCore const& core, XResult& result, int const& total, int const& seed);
+    static QString text(XResult& result, int const& total, int const& seed);
 };

@@ -2,18 +2,19 @@
 // line, prints a summary or the result, and writes the workspace or a core.
 #include "StrictInt.h"
 #include "TextFile.h"
+#include "XAlleles.h"
 #include "XCore.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
 #include "XProgressBar.h"
 #include "XResult.h"
+#include "XSaveFile.h"
 #include "XSpreadsheet.h"
 #include "XWorkspace.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <ctime>
@@ -36,17 +37,6 @@ bool readNumber(QString const& text, int* value)
     bool ok = false;
     *value = strictToInt(text, &ok);
     return ok;
-}
-
-bool writeText(QString const& fileName, QString const& text)
-{
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    QTextStream stream(&file);
-    stream << text;
-    stream.flush();
-    return file.commit();
 }
 
 // Reads a table the user named; says why not on stderr. Only regular files
@@ -162,33 +152,28 @@ int main(int argc, char** argv)
         return EngineFailure;
     }
 
-    XCore::AlleleMap all;
-    XCore::Matrix scratch;
-    QStringList headers;
-    for (QVariant const& cell : input->at(0))
-        headers << cell.toString();
-    if (source)
-        core.readCsv(source.get(), headers, scratch, all);
-    core.readCsv(input.get(), headers, scratch, all);
+    const int total = XAlleles::held({source.get(), input.get()}, input->headers());
 
     QTextStream out(stdout);
     if (parser.isSet(result))
         out << outcome->toString();
     else
-        out << XCoreSummary::text(core, *outcome, all.size(), seedValue);
+        out << XCoreSummary::text(*outcome, total, seedValue);
     out.flush();
 
     int status = Success;
+    QString reason;
     if (parser.isSet(output) &&
-        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output))) {
-        err << parser.value(output) << ": could not be written.\n";
+        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output), &reason)) {
+        err << parser.value(output) << ": could not be written: " << reason << '\n';
         status = EngineFailure;
     }
     // The workspace owns the tables and the result from here on.
     XWorkspace analysis(input.release(), source.release(), outcome.release());
     analysis.setSlider(percentValue);
-    if (parser.isSet(workspace) && !writeText(parser.value(workspace), analysis.toString())) {
-        err << parser.value(workspace) << ": could not be written.\n";
+    if (parser.isSet(workspace) &&
+        !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
+        err << parser.value(workspace) << ": could not be written: " << reason << '\n';
         status = EngineFailure;
     }
     return status;

@@ -1,6 +1,6 @@
 #include "XCore.h"
 
-#include "XCellValue.h"
+#include "XAlleles.h"
 #include "XCoverageSearch.h"
 #include "XResult.h"
 
@@ -34,54 +34,31 @@ XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const&
         srand(unsigned(time(nullptr)));
 }
 
+XCore::~XCore()
+{
+    stopIterating();
+    wait();
+}
+
 void XCore::stopIterating()
 {
     m_stop.store(true);
 }
 
-void XCore::fail(QString const& message) const
+void XCore::fail(QString const& message)
 {
-    emit const_cast<XCore*>(this)->error(message);
+    emit error(message);
 }
 
-bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
-                    AlleleMap& alleles) const
+bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix, AlleleMap& alleles)
 {
-    XCsv::Grid const& grid = csv->data();
-    for (int r = 1; r < grid.size(); ++r) {
-        if (stopped())
-            return true;
-        XCsv::Row const& row = grid.at(r);
-        QList<int> encoded;
-        encoded.reserve(row.size());
-        encoded << r;
-        for (int j = 1; j < row.size(); ++j) {
-            QVariant const& cell = row.at(j);
-            if (XCellValue::isMissing(cell)) {
-                encoded << 0;
-                continue;
-            }
-            // A homozygous marker counts its allele once.
-            if (j != 1 && headers.value(j) == headers.value(j - 1) &&
-                XCellValue::equals(cell, row.at(j - 1))) {
-                encoded << 0;
-                continue;
-            }
-            bool ok = false;
-            const int value = XCellValue::toInt(cell, &ok);
-            if (!ok || value < 0) {
-                fail(tr("Invalid value in csv."));
-                return false;
-            }
-            encoded << value;
-            ++alleles[qMakePair(headers.value(j), value)];
-        }
-        matrix << encoded;
-    }
-    return true;
+    if (XAlleles::encode(*csv, headers, matrix, alleles, &m_stop))
+        return true;
+    fail(tr("Invalid value in csv."));
+    return false;
 }
 
-bool XCore::csortMatrix(Matrix& matrix, int const& column) const
+bool XCore::csortMatrix(Matrix& matrix, int const& column)
 {
     const int n = matrix.size();
     std::vector<int> order;
@@ -108,7 +85,7 @@ bool XCore::csortMatrix(Matrix& matrix, int const& column) const
 
 bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
                     QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
-                    QList<int>& bestIndices, int const& k) const
+                    QList<int>& bestIndices, int const& k)
 {
     XCoverageSearch search;
     if (!search.build(matrix, headers, startMap) ||
@@ -138,9 +115,7 @@ void XCore::run()
     }
     // Only the grids copied at construction are read from here on.
     XCsv input(m_csvGrid);
-    QStringList headers;
-    for (QVariant const& cell : m_csvGrid.at(0))
-        headers << cell.toString();
+    const QStringList headers = input.headers();
 
     Matrix startMatrix;
     AlleleMap startMap;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "XAlleles.h"
 #include "XCsv.h"
 
 #include <QMap>
@@ -20,28 +21,30 @@ class XCore : public QThread
     Q_OBJECT
 
 public:
-    using Matrix = QList<QList<int>>;
-    using AlleleMap = QMap<QPair<QString, int>, int>;
+    using Matrix = XAlleles::Matrix;
+    using AlleleMap = XAlleles::AlleleMap;
 
     // Seeds the C library generator on the calling thread: srand(seed), or
-    // srand(time(0)) for seed 0. Keeps shallow copies of both grids, so the
-    // tables may be deleted while the thread still runs.
+    // srand(time(0)) for seed 0. The search reads only shallow copies of
+    // both grids taken here, so the tables may be deleted while the thread
+    // runs; but the result that completed() hands over names these tables
+    // (XResult::input(), csv()), so whoever uses that result keeps them.
     XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
           QObject* parent = nullptr);
+    // Stops a running search and waits for the thread, so that destroying
+    // the engine mid-run is safe; a stopped run emits nothing more.
+    ~XCore() override;
 
-    // Encodes one table: per data row its row number, then one value per
-    // allele column (0 for "*" and for the repeat of a homozygous pair), and
-    // counts each (marker, allele) in `alleles`. Appends; false after error().
-    bool readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix,
-                 AlleleMap& alleles) const;
+    // XAlleles::encode, stopping with the run; false after error().
+    bool readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix, AlleleMap& alleles);
     // Stable sort of the rows by element `column`.
-    bool csortMatrix(Matrix& matrix, int const& column) const;
+    bool csortMatrix(Matrix& matrix, int const& column);
     // The search for core size k: up to `iterations` attempts, each a random
     // draw of k rows improved by swaps. Replaces the three outputs only with
     // an attempt that covers more than every earlier attempt of this call.
     bool iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
                  QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
-                 QList<int>& bestIndices, int const& k) const;
+                 QList<int>& bestIndices, int const& k);
 
 signals:
     void percentChanged(int percent);
@@ -56,7 +59,7 @@ protected:
 
 private:
     bool stopped() const { return m_stop.load(std::memory_order_relaxed); }
-    void fail(QString const& message) const;
+    void fail(QString const& message);
 
     std::atomic<bool> m_stop{false};
     int m_iterations;

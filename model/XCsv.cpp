@@ -160,3 +160,13 @@ void XCsv::fromString(QString& text)
         m_data << row;
     }
 }
+
+QStringList XCsv::headers() const
+{
+    QStringList headers;
+    if (!m_data.isEmpty()) {
+        for (QVariant const& cell : m_data.first())
+            headers << cell.toString();
+    }
+    return headers;
+}

@@ -3,6 +3,7 @@
 #include "XFile.h"
 
 #include <QList>
+#include <QStringList>
 #include <QVariant>
 
 // A table of accessions. Row 0 holds the column headers (the corner cell
@@ -36,6 +37,9 @@ public:
     Grid const& data() const { return m_data; }
     int rows() const { return m_data.size(); }
     int columns() const { return m_columns; }
+    // The header row as text (the corner cell first); empty for an empty
+    // table.
+    QStringList headers() const;
     // Whether every row holds exactly columns() cells.
     bool isRectangular() const;
     // Line numbers (from 1) of the non-blank lines that reading text left out

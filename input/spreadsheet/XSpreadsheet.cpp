@@ -5,31 +5,20 @@
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
 
+#include "XSaveFile.h"
+
 #include <QCoreApplication>
-#include <QSaveFile>
-#include <QTextStream>
 
 namespace {
 
 const QLatin1String xlsSuffix(".xls");
 const QLatin1String csvSuffix(".csv");
 
-bool writeCsv(XCsv const& table, QString const& fileName)
-{
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QTextStream out(&file);
-    out << table.toString();
-    out.flush();
-    return out.status() == QTextStream::Ok && file.commit();
-}
-
 } // namespace
 
 QString XSpreadsheet::wrongSuffixMessage()
 {
-    return QCoreApplication::translate("XCsvSelectionPage",
+    return QCoreApplication::translate("XSpreadsheet",
                                        "The file you selected is not a .csv or a .xls file.");
 }
 
@@ -72,9 +61,9 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
     return nullptr;
 }
 
-bool XSpreadsheet::write(XCsv const& table, QString const& fileName)
+bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* error)
 {
     if (fileName.endsWith(xlsSuffix))
-        return XWorkbookWriter::write(table, fileName);
-    return writeCsv(table, fileName);
+        return XWorkbookWriter::write(table, fileName, error);
+    return XSaveFile::writeText(fileName, table.toString(), error);
 }

@@ -17,8 +17,9 @@ public:
     // table that was read (an encoding other than UTF-8).
     static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr);
     // A name ending in ".xls" becomes a workbook, any other comma-separated
-    // text. The file is replaced atomically; returns whether it was written.
-    static bool write(XCsv const& table, QString const& fileName);
+    // text. The file is replaced atomically; returns whether it was
+    // written, and if not sets *error to the reason ("Permission denied").
+    static bool write(XCsv const& table, QString const& fileName, QString* error = nullptr);
 
     // Whether the name ends in a suffix that read() knows.
     static bool isKnownSuffix(QString const& fileName);

@@ -6,32 +6,25 @@
 
 #include "XWorkbookWriter.h"
 
-#include "StrictInt.h"
 #include "XBiffWriter.h"
+#include "XCellValue.h"
 #include "XCsv.h"
+#include "XSaveFile.h"
 
-#include <QSaveFile>
+#include <QCoreApplication>
 
 namespace {
 
-// Whether the cell is written as a number: ints, and any other value whose
-// text is a whole number in the int range ("007" becomes 7).
-bool cellNumber(QVariant const& value, int* number)
+bool failed(QString* error, QString const& reason)
 {
-    if (value.userType() == QMetaType::Int) {
-        *number = value.toInt();
-        return true;
-    }
-    if (!value.isValid())
-        return false;
-    bool ok = false;
-    *number = strictToInt(value.toString(), &ok);
-    return ok;
+    if (error)
+        *error = reason;
+    return false;
 }
 
 } // namespace
 
-bool XWorkbookWriter::write(XCsv const& table, QString const& fileName)
+bool XWorkbookWriter::write(XCsv const& table, QString const& fileName, QString* error)
 {
     XBiffWriter workbook(3);
     for (int r = 0; r < table.rows(); ++r) {
@@ -40,24 +33,22 @@ bool XWorkbookWriter::write(XCsv const& table, QString const& fileName)
         const int columns = std::min(table.columns(), int(row.size()));
         for (int c = 0; c < columns; ++c) {
             QVariant const& value = row.at(c);
-            int number = 0;
-            const bool ok = cellNumber(value, &number) ? workbook.setNumber(r, c, number)
-                                                       : workbook.setText(r, c, value.toString());
+            // Cells that read as whole numbers ("007" too) are written as numbers.
+            bool number = false;
+            const int n = XCellValue::toInt(value, &number);
+            const bool ok =
+                number ? workbook.setNumber(r, c, n) : workbook.setText(r, c, value.toString());
             if (!ok)
-                return false;
+                return failed(error,
+                              QCoreApplication::translate(
+                                  "XSpreadsheet", "the table does not fit in an .xls worksheet"));
         }
     }
     const QByteArray document = compoundDocument(workbook.workbook());
     if (document.isEmpty())
-        return false;
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (file.write(document) != document.size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+        return failed(error, QCoreApplication::translate("XSpreadsheet",
+                                                         "the workbook could not be put together"));
+    return XSaveFile::write(fileName, document, error);
 }
 
 QByteArray XWorkbookWriter::compoundDocument(QByteArray const& workbookStream)

@@ -11,9 +11,9 @@ class XCsv;
 class XWorkbookWriter
 {
 public:
-    // Replaces fileName atomically; false when the table does not fit a
-    // worksheet or the file cannot be written.
-    static bool write(XCsv const& table, QString const& fileName);
+    // Replaces fileName atomically; false, with *error set to the reason,
+    // when the table does not fit a worksheet or the file cannot be written.
+    static bool write(XCsv const& table, QString const& fileName, QString* error = nullptr);
 
     // The OLE2 compound document holding the given "Workbook" stream; empty
     // on failure.

@@ -1,14 +1,12 @@
 #include "XCsvTableModel.h"
 
-#include "StrictInt.h"
+#include "XCellValue.h"
 #include "XCsv.h"
 
 #include <QBrush>
 #include <QSet>
 
 namespace {
-const QString kMissing = QStringLiteral("*");
-
 // "Row 4", "Column 7": numbered from the new count of rows or columns and
 // skipped past names already taken. Two columns of the same name would be
 // read as the two allele columns of one marker.
@@ -69,7 +67,7 @@ QVariant XCsvTableModel::data(QModelIndex const& index, int role) const
         return int(Qt::AlignCenter);
     case Qt::BackgroundRole: {
         const QVariant value = hasCell(row, column) ? m_csv->at(row + 1, column + 1) : QVariant();
-        if (value.toString() == kMissing)
+        if (XCellValue::isMissing(value))
             return QBrush(Qt::lightGray);
         if (isError(value))
             return QBrush(Qt::red);
@@ -168,11 +166,13 @@ bool XCsvTableModel::insertLine(Axis axis, int position, int count, QModelIndex 
     bool done;
     if (rows) {
         beginInsertRows(QModelIndex(), index, index);
-        done = m_csv->addRow(position, uniqueName(*m_csv, true, tr("Row")), kMissing);
+        done =
+            m_csv->addRow(position, uniqueName(*m_csv, true, tr("Row")), XCellValue::missingMark());
         endInsertRows();
     } else {
         beginInsertColumns(QModelIndex(), index, index);
-        done = m_csv->addColumn(position, uniqueName(*m_csv, false, tr("Column")), kMissing);
+        done = m_csv->addColumn(position, uniqueName(*m_csv, false, tr("Column")),
+                                XCellValue::missingMark());
         endInsertColumns();
     }
     if (!done)
@@ -253,26 +253,7 @@ QList<XCsvTableModel::Cell> const& XCsvTableModel::errors() const
 
 bool XCsvTableModel::isError(QVariant const& value) const
 {
-    if (!value.isValid() || value.isNull())
-        return true;
-    const int type = value.userType();
-    if (type == QMetaType::Int)
-        return value.toInt() < 0;
-    bool ok = false;
-    int number;
-    if (type == QMetaType::QString) {
-        // Read in place: checking a large table must not copy every cell.
-        QString const& text = *static_cast<QString const*>(value.constData());
-        if (text == kMissing)
-            return false;
-        number = strictToInt(text, &ok);
-    } else {
-        const QString text = value.toString();
-        if (text == kMissing)
-            return false;
-        number = strictToInt(text, &ok);
-    }
-    return !ok || number < 0;
+    return !XCellValue::isAllele(value);
 }
 
 int* XCsvTableModel::slot(int row, int column) const

@@ -4,6 +4,7 @@
 #include "XSpreadsheet.h"
 #include "XWorkspace.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -51,6 +52,9 @@ private slots:
     void clockSeedIsPrinted();
     void usageErrors_data();
     void usageErrors();
+    void inputsThatAreNotFiles_data();
+    void inputsThatAreNotFiles();
+    void unreadableInput();
     void engineErrors_data();
     void engineErrors();
     void microbovExample();
@@ -215,12 +219,13 @@ void TestVireonCli::usageErrors_data()
                                << "--percent needs a whole number from 1 to 100.";
     QTest::newRow("percent 101") << QStringList{"-p", "101", input}
                                  << "--percent needs a whole number from 1 to 100.";
-    QTest::newRow("wrong suffix")
-        << QStringList{"table.txt"}
-        << "table.txt: The file you selected is not a .csv or a .xls file.";
+    const QString readme = QStringLiteral(VIREON_EXAMPLES_DIR "/README.md");
+    QTest::newRow("wrong suffix") << QStringList{readme}
+                                  << readme +
+                                         ": The file you selected is not a .csv or a .xls file.";
     QTest::newRow("start wrong suffix")
-        << QStringList{"-s", "start.dat", input}
-        << "start.dat: The file you selected is not a .csv or a .xls file.";
+        << QStringList{"-s", readme, input}
+        << readme + ": The file you selected is not a .csv or a .xls file.";
 }
 
 void TestVireonCli::usageErrors()
@@ -231,6 +236,54 @@ void TestVireonCli::usageErrors()
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
     QVERIFY2(o.err.contains(message), qPrintable(o.err));
+}
+
+void TestVireonCli::inputsThatAreNotFiles_data()
+{
+    // A name is always a file name: one that is not a readable file never
+    // falls through to being read as table text.
+    QTest::addColumn<bool>("asStart");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("problem");
+    for (bool asStart : {false, true}) {
+        const char* role = asStart ? "--start" : "INPUT";
+        QTest::addRow("%s missing", role) << asStart << "does_not_exist.csv"
+                                          << "no such file";
+        QTest::addRow("%s missing workbook", role) << asStart << "gone.xls"
+                                                   << "no such file";
+        QTest::addRow("%s folder", role) << asStart << "dir.csv"
+                                         << "is a folder";
+    }
+}
+
+void TestVireonCli::inputsThatAreNotFiles()
+{
+    QFETCH(bool, asStart);
+    QFETCH(QString, name);
+    QFETCH(QString, problem);
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("dir.csv")));
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    const QString path = m_dir->filePath(name);
+    const Outcome o =
+        runCli(asStart ? QStringList{"-q", "-s", path, input} : QStringList{"-q", path});
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.out, QString());
+    QCOMPARE(o.err, path + QStringLiteral(": ") + problem + QLatin1Char('\n'));
+}
+
+void TestVireonCli::unreadableInput()
+{
+    const QString path = file(QStringLiteral("locked.csv"), QStringLiteral("Name,M1\nA,1\n"));
+    QVERIFY(QFile::setPermissions(path, QFileDevice::WriteOwner));
+    QFile probe(path);
+    if (probe.open(QIODevice::ReadOnly))
+        QSKIP("this user reads files whatever their permissions (root)");
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    for (QStringList const& arguments : {QStringList{path}, QStringList{"-s", path, input}}) {
+        const Outcome o = runCli(arguments);
+        QCOMPARE(o.status, 2);
+        QCOMPARE(o.err, path + QStringLiteral(": cannot be read\n"));
+    }
 }
 
 void TestVireonCli::engineErrors_data()

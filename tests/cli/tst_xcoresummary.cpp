@@ -1,4 +1,3 @@
-#include "XCore.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
 #include "XResult.h"
@@ -33,13 +32,12 @@ private slots:
 void TestXCoreSummary::equalNeighboursShareALine()
 {
     XCsv input(inputGrid());
-    XCore core(&input, nullptr, 1, 1);
     // The reported counts are the search's; the recount reads the core's
     // rows, so a core of row a alone recounts three alleles.
     XResult result(
         XResult::Entries{entry(2, {1}), entry(2, {1}), entry(4, {1, 2}), entry(5, {1, 2, 3})},
         &input, nullptr);
-    QCOMPARE(XCoreSummary::text(core, result, 5, 9),
+    QCOMPARE(XCoreSummary::text(result, 5, 9),
              QStringLiteral("percent\taccessions\talleles\trecounted\n"
                             "1-2\t1\t2\t3\n"
                             "3\t2\t4\t4\n"
@@ -50,10 +48,9 @@ void TestXCoreSummary::equalNeighboursShareALine()
 void TestXCoreSummary::sameCoreApartGetsOwnLines()
 {
     XCsv input(inputGrid());
-    XCore core(&input, nullptr, 1, 1);
     XResult result(XResult::Entries{entry(3, {1}), entry(4, {1, 2}), entry(3, {1})}, &input,
                    nullptr);
-    QCOMPARE(XCoreSummary::text(core, result, 5, 0),
+    QCOMPARE(XCoreSummary::text(result, 5, 0),
              QStringLiteral("percent\taccessions\talleles\trecounted\n"
                             "1\t1\t3\t3\n"
                             "2\t2\t4\t4\n"
@@ -65,11 +62,10 @@ void TestXCoreSummary::startingCollectionCounted()
 {
     XCsv input(inputGrid());
     XCsv start(XCsv::Grid{{"Name", "M1", "M1", "M2"}, {"s", 7, 7, 8}});
-    XCore core(&input, &start, 1, 1);
     // Each core holds the starting accession too: one more accession, and
     // its alleles 7 and 8 in the recount.
     XResult result(XResult::Entries{entry(5, {1}), entry(7, {1, 2})}, &input, &start);
-    QCOMPARE(XCoreSummary::text(core, result, 7, 3),
+    QCOMPARE(XCoreSummary::text(result, 7, 3),
              QStringLiteral("percent\taccessions\talleles\trecounted\n"
                             "1\t2\t5\t5\n"
                             "2\t3\t7\t6\n"

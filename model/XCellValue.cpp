@@ -84,8 +84,31 @@ int XCellValue::toInt(QVariant const& cell, bool* ok)
     return 0;
 }
 
+QString const& XCellValue::missingMark()
+{
+    static const QString mark(QStringLiteral("*"));
+    return mark;
+}
+
 bool XCellValue::isMissing(QVariant const& cell)
 {
-    static const QVariant missing(QStringLiteral("*"));
+    static const QVariant missing(missingMark());
     return equals(cell, missing);
+}
+
+int XCellValue::alleleNumber(QVariant const& cell, bool* ok)
+{
+    const int value = toInt(cell, ok);
+    if (value < 0)
+        *ok = false;
+    return value;
+}
+
+bool XCellValue::isAllele(QVariant const& cell)
+{
+    if (isMissing(cell))
+        return true;
+    bool ok = false;
+    alleleNumber(cell, &ok);
+    return ok;
 }

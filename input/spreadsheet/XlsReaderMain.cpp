@@ -1,0 +1,33 @@
+// vireon-xls-reader FILE: reads one .xls workbook and writes what it holds
+// on standard output in the framed form of XWorkbookContent. The programs
+// start it for every workbook they open, so that a file that crashes,
+// stalls or exhausts the workbook library ends this process only.
+#include "XWorkbookParser.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+
+#include <cstdio>
+#include <sys/resource.h>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 2) {
+        std::fputs("usage: vireon-xls-reader FILE\n", stderr);
+        return 2;
+    }
+#ifndef VIREON_SANITIZED
+    // A damaged file must not make the library take all memory; an
+    // address-space cap would break the sanitizers' shadow memory.
+    const rlimit limit{rlim_t(8) << 30, rlim_t(8) << 30};
+    setrlimit(RLIMIT_AS, &limit);
+#endif
+    const QByteArray frame = XWorkbookParser::parse(arguments.at(1)).encode();
+    QFile out;
+    if (!out.open(stdout, QIODevice::WriteOnly) || out.write(frame) != frame.size() || !out.flush())
+        return 1;
+    return 0;
+}
