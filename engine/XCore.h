@@ -1,6 +1,7 @@
 #pragma once
 
 #include "XCsv.h"
+#include "XRandom.h"
 
 #include <QMap>
 #include <QPair>
@@ -23,11 +24,17 @@ public:
     using Matrix = QList<QList<int>>;
     using AlleleMap = QMap<QPair<QString, int>, int>;
 
-    // Seeds the C library generator on the calling thread: srand(seed), or
-    // srand(time(0)) for seed 0. Keeps shallow copies of both grids, so the
-    // tables may be deleted while the thread still runs.
+    // Seed 0 takes the seed from the clock (seconds since the epoch), read
+    // here. Keeps shallow copies of both grids, so the tables may be deleted
+    // while the thread still runs.
     XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
           QObject* parent = nullptr);
+
+    // The seed the run uses: the one given, or the clock's for 0.
+    unsigned seed() const { return m_seed; }
+    // Threads that search core sizes; 0 (the default) means one per core.
+    // Any count gives the same result. Set before start().
+    void setThreadCount(int threads) { m_threads = threads; }
 
     // Encodes one table: per data row its row number, then one value per
     // allele column (0 for "*" and for the repeat of a homozygous pair), and
@@ -37,7 +44,8 @@ public:
     // Stable sort of the rows by element `column`.
     bool csortMatrix(Matrix& matrix, int const& column) const;
     // The search for core size k: up to `iterations` attempts, each a random
-    // draw of k rows improved by swaps. Replaces the three outputs only with
+    // draw of k rows improved by swaps, drawing on from where this object's
+    // sequence stands. Replaces the three outputs only with
     // an attempt that covers more than every earlier attempt of this call.
     bool iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap const& startMap,
                  QStringList const& headers, Matrix& bestRows, AlleleMap& bestMap,
@@ -45,6 +53,8 @@ public:
 
 signals:
     void percentChanged(int percent);
+    // The core size now searched, out of the table's accessions.
+    void searching(int size, int accessions);
     void error(QString message);
     void completed(XResult* result);
 
@@ -59,6 +69,9 @@ private:
     void fail(QString const& message) const;
 
     std::atomic<bool> m_stop{false};
+    unsigned m_seed;
+    int m_threads = 0;
+    mutable XRandom m_random;
     int m_iterations;
     XCsv const* m_csv;
     XCsv const* m_src;

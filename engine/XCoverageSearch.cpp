@@ -1,11 +1,36 @@
 #include "XCoverageSearch.h"
 
+#include "XRandom.h"
+
 #include <QHash>
 
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <new>
+
+namespace {
+
+uint64_t mix(uint64_t x)
+{
+    x += 0x9e3779b97f4a7c15ull;
+    x = (x ^ (x >> 30)) * 0xbf58476d1ce4e5b9ull;
+    x = (x ^ (x >> 27)) * 0x94d049bb133111ebull;
+    return x ^ (x >> 31);
+}
+
+// A key's share of the state hash while it is in the working map.
+uint64_t keyHash(int key, int count)
+{
+    return mix((uint64_t(uint32_t(key)) << 32) | uint32_t(count));
+}
+
+uint64_t sampleHash(int position, int row)
+{
+    return mix((uint64_t(1) << 63) | (uint64_t(uint32_t(position)) << 32) | uint32_t(row));
+}
+
+} // namespace
 
 bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                             AlleleMap const& startMap)
@@ -84,24 +109,38 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         for (int key = 0; key < keys; ++key)
             m_occurrenceStart[key + 1] += m_occurrenceStart[key];
         m_occurrenceRow.assign(m_occurrenceStart[keys], 0);
+        m_occurrenceColumn.assign(m_occurrenceStart[keys], 0);
         std::vector<int> fill(m_occurrenceStart.begin(), m_occurrenceStart.end() - 1);
-        m_startMissing.assign(m_rows, 0);
         for (int r = 0; r < m_rows; ++r) {
             int const* cells = &m_cells[size_t(r) * size_t(m_width)];
             for (int j = 1; j <= m_width - 2; ++j) {
                 const int key = cells[j];
                 if (key < 0)
                     continue;
-                m_occurrenceRow[fill[key]++] = r;
-                if (!m_startPresent[key])
-                    ++m_startMissing[r];
+                m_occurrenceRow[fill[key]] = r;
+                m_occurrenceColumn[fill[key]++] = j;
             }
+        }
+        m_startHash = 0;
+        for (int key = 0; key < keys; ++key) {
+            if (m_startPresent[key])
+                m_startHash ^= keyHash(key, m_startCount[key]);
         }
         m_count.assign(keys, 0);
         m_present.assign(keys, 0);
+        m_columns.assign(size_t(m_rows) * size_t(m_width), -1);
+        for (int r = 0; r < m_rows; ++r) {
+            for (int j = 0; j < m_width; ++j)
+                m_columns[size_t(j) * size_t(m_rows) + size_t(r)] =
+                    m_cells[size_t(r) * size_t(m_width) + size_t(j)];
+        }
+        m_gaps.assign(size_t(m_rows) * size_t(m_width), 0);
+        m_gapKeys.assign(size_t(m_rows) * size_t(m_width), 0);
+        m_gapSlot.assign(size_t(m_rows) * size_t(m_width), 0);
         m_missing.assign(m_rows, 0);
         m_used.assign(m_rows, 0);
         m_critical.reserve(m_width);
+        m_keyStamp.assign(keys, -1);
     } catch (std::bad_alloc const&) {
         return false;
     }
@@ -112,31 +151,71 @@ void XCoverageSearch::setPresence(int key, bool present)
 {
     m_present[key] = present;
     m_coverage += present ? 1 : -1;
-    const int delta = present ? -1 : 1;
-    for (int o = m_occurrenceStart[key]; o < m_occurrenceStart[key + 1]; ++o)
-        m_missing[m_occurrenceRow[o]] += delta;
+    if (!m_trackGaps)
+        return;
+    const size_t width = size_t(m_width);
+    for (int o = m_occurrenceStart[key]; o < m_occurrenceStart[key + 1]; ++o) {
+        const int r = m_occurrenceRow[o];
+        const int j = m_occurrenceColumn[o];
+        int* gaps = &m_gaps[size_t(r) * width];
+        int* gapKeys = &m_gapKeys[size_t(r) * width];
+        int* slots = &m_gapSlot[size_t(r) * width];
+        if (present) {
+            const int slot = slots[j];
+            const int last = --m_missing[r];
+            gaps[slot] = gaps[last];
+            gapKeys[slot] = gapKeys[last];
+            slots[gaps[slot]] = slot;
+        } else {
+            slots[j] = m_missing[r];
+            gapKeys[m_missing[r]] = key;
+            gaps[m_missing[r]++] = j;
+        }
+    }
+}
+
+void XCoverageSearch::setKey(int key, bool present, int count)
+{
+    const bool was = m_present[key];
+    if (m_journaling && m_keyStamp[key] != m_pass) {
+        m_keyStamp[key] = m_pass;
+        m_journal.push_back({key, was ? m_count[key] : INT_MIN});
+    }
+    if (was)
+        m_hash ^= keyHash(key, m_count[key]);
+    if (present)
+        m_hash ^= keyHash(key, count);
+    m_count[key] = count;
+    if (was != present)
+        setPresence(key, present);
 }
 
 void XCoverageSearch::add(int key)
 {
-    if (!m_present[key]) {
-        m_count[key] = 1;
-        setPresence(key, true);
-    } else {
-        ++m_count[key];
-    }
+    setKey(key, true, m_present[key] ? m_count[key] + 1 : 1);
 }
 
 // Like a map's operator[] followed by a decrement: an absent key comes in
 // at -1; only reaching exactly 0 removes it.
 void XCoverageSearch::subtract(int key)
 {
-    if (!m_present[key]) {
-        m_count[key] = -1;
-        setPresence(key, true);
-    } else if (--m_count[key] == 0) {
-        setPresence(key, false);
+    if (!m_present[key])
+        setKey(key, true, -1);
+    else if (m_count[key] == 1)
+        setKey(key, false, 0);
+    else
+        setKey(key, true, m_count[key] - 1);
+}
+
+void XCoverageSearch::setSample(int position, int row)
+{
+    if (m_journaling && m_sampleStamp[position] != m_pass) {
+        m_sampleStamp[position] = m_pass;
+        m_journal.push_back({-1 - position, m_sample[position]});
     }
+    m_hash ^= sampleHash(position, m_sample[position]) ^ sampleHash(position, row);
+    m_sample[position] = row;
+    m_indices[position] = m_rowNumber[row];
 }
 
 void XCoverageSearch::collectCritical(int const* row, int length)
@@ -144,27 +223,52 @@ void XCoverageSearch::collectCritical(int const* row, int length)
     m_critical.clear();
     for (int j = 1; j <= length - 2; ++j) {
         const int key = row[j];
-        if (key >= 0 && m_present[key] && m_count[key] == 1)
+        // An absent key's count is 0.
+        if (key >= 0 && m_count[key] == 1)
             m_critical.push_back(j);
     }
 }
 
-void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
+void XCoverageSearch::rebuildGaps()
+{
+    const size_t width = size_t(m_width);
+    for (int r = 0; r < m_rows; ++r) {
+        int const* cells = &m_cells[size_t(r) * width];
+        int* gaps = &m_gaps[size_t(r) * width];
+        int* gapKeys = &m_gapKeys[size_t(r) * width];
+        int* slots = &m_gapSlot[size_t(r) * width];
+        int missing = 0;
+        for (int j = 1; j <= m_width - 2; ++j) {
+            const int key = cells[j];
+            if (key >= 0 && !m_present[key]) {
+                slots[j] = missing;
+                gapKeys[missing] = key;
+                gaps[missing++] = j;
+            }
+        }
+        m_missing[r] = missing;
+    }
+}
+
+void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& stop)
 {
     const int n = m_rows;
-    const int width = m_width;
+    const size_t width = size_t(m_width);
+    int const* columns = m_columns.data();
+    m_trackGaps = false;
+    m_journaling = false;
     m_count = m_startCount;
     m_present = m_startPresent;
     m_coverage = 0;
     for (uint8_t p : m_present)
         m_coverage += p;
-    m_missing = m_startMissing;
+    m_hash = m_startHash;
     std::fill(m_used.begin(), m_used.end(), 0);
     m_sample.clear();
     m_indices.clear();
 
     for (int d = 0; d < k; ++d) {
-        const int r = rand();
+        const int r = random.next();
         // r * n / 2^31 in extended precision; exact for any realistic n.
         int i =
             static_cast<int>(static_cast<long double>(r) * static_cast<float>(n) * 4.656613e-10f);
@@ -172,9 +276,10 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
         while (m_used[i])
             i = i == n - 1 ? 0 : i + 1;
         m_used[i] = 1;
+        m_hash ^= sampleHash(d, i);
         m_sample.push_back(i);
         m_indices << m_rowNumber[i];
-        int const* cells = &m_cells[size_t(i) * size_t(width)];
+        int const* cells = &m_cells[size_t(i) * width];
         for (int j = 1; j < m_length[i]; ++j) {
             if (cells[j] >= 0)
                 add(cells[j]);
@@ -184,9 +289,14 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
     const int s = int(m_sample.size());
     if (s < 2)
         return;
+    rebuildGaps();
+    m_trackGaps = true;
     // The passes depend only on the sample and the working map; a pass that
     // ends in a state seen before would make them repeat forever.
+    m_journal.clear();
     m_history.clear();
+    m_sampleStamp.assign(s, -1);
+    m_journaling = true;
     rememberState();
     bool swapped = true;
     while (swapped) {
@@ -194,7 +304,7 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
         for (int a = 0; a <= s - 2; ++a) {
             if (stop.load(std::memory_order_relaxed))
                 return;
-            int const* row = &m_cells[size_t(m_sample[a]) * size_t(width)];
+            int const* row = &m_cells[size_t(m_sample[a]) * width];
             int length = m_length[m_sample[a]];
             collectCritical(row, length);
             for (int c = 0; c <= n - 2; ++c) {
@@ -202,28 +312,32 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
                 // tables that alone is too long to wait for after a stop.
                 if ((c & 255) == 255 && stop.load(std::memory_order_relaxed))
                     return;
-                if (m_missing[c] == 0)
+                const int missing = m_missing[c];
+                if (missing == 0)
                     continue;
-                int const* cand = &m_cells[size_t(c) * size_t(width)];
+                int const* gaps = &m_gaps[size_t(c) * width];
+                int const* gapKeys = &m_gapKeys[size_t(c) * width];
+                // A gap's allele is absent, so it gains wherever the sample
+                // row has a different allele in that column.
                 int gain = 0;
-                for (int j = 1; j <= length - 2; ++j) {
-                    const int kc = cand[j];
-                    if (kc >= 0 && !m_present[kc]) {
-                        const int ks = row[j];
-                        if (ks >= 0 && ks != kc)
-                            ++gain;
-                    }
+                for (int g = 0; g < missing; ++g) {
+                    const int j = gaps[g];
+                    const int ks = row[j];
+                    if (j <= length - 2 && ks >= 0 && ks != gapKeys[g])
+                        ++gain;
                 }
                 if (gain == 0)
                     continue;
+                // Column by column, neighbouring candidates share cache lines.
                 int loss = 0;
                 for (int j : m_critical) {
-                    const int kc = cand[j];
+                    const int kc = columns[size_t(j) * size_t(n) + size_t(c)];
                     if (kc >= 0 && kc != row[j] && ++loss >= gain)
                         break;
                 }
                 if (loss >= gain)
                     continue;
+                int const* cand = &m_cells[size_t(c) * width];
                 // Columns in ascending order; in each, the candidate's allele
                 // goes in before the removed row's comes out.
                 for (int j = 1; j <= length - 2; ++j) {
@@ -234,8 +348,7 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
                         subtract(ks);
                     }
                 }
-                m_sample[a] = c;
-                m_indices[a] = m_rowNumber[c];
+                setSample(a, c);
                 swapped = true;
                 row = cand;
                 length = m_length[c];
@@ -249,29 +362,62 @@ void XCoverageSearch::attempt(int k, std::atomic<bool> const& stop)
 
 bool XCoverageSearch::rememberState()
 {
-    std::vector<int> state(m_sample);
-    state.reserve(m_sample.size() + m_count.size());
-    for (size_t key = 0; key < m_count.size(); ++key)
-        state.push_back(m_present[key] ? m_count[key] : INT_MIN);
-    for (std::vector<int> const& earlier : m_history) {
-        if (earlier == state)
-            return false;
+    for (auto const& earlier : m_history) {
+        if (earlier.first == m_hash) {
+            if (sameAsEarlier())
+                return false;
+            break;
+        }
     }
-    m_history.push_back(std::move(state));
+    m_history.emplace_back(m_hash, m_journal.size());
+    ++m_pass;
     return true;
 }
 
-bool XCoverageSearch::search(int k, int iterations, int total, std::atomic<bool> const& stop,
-                             bool keepMap)
+// Walks the journal back from the current state through every remembered
+// one and compares those whose hash matches: exact, whatever the hash does.
+bool XCoverageSearch::sameAsEarlier()
+{
+    const size_t keys = m_count.size();
+    m_scratchValue.resize(keys);
+    for (size_t key = 0; key < keys; ++key)
+        m_scratchValue[key] = m_present[key] ? m_count[key] : INT_MIN;
+    m_scratchSample = m_sample;
+    size_t undone = m_journal.size();
+    for (size_t h = m_history.size(); h-- > 0;) {
+        while (undone > m_history[h].second) {
+            Change const& change = m_journal[--undone];
+            if (change.what >= 0)
+                m_scratchValue[size_t(change.what)] = change.before;
+            else
+                m_scratchSample[size_t(-1 - change.what)] = change.before;
+        }
+        if (m_history[h].first != m_hash || m_scratchSample != m_sample)
+            continue;
+        bool same = true;
+        for (size_t key = 0; key < keys && same; ++key)
+            same = m_scratchValue[key] == (m_present[key] ? m_count[key] : INT_MIN);
+        if (same)
+            return true;
+    }
+    return false;
+}
+
+bool XCoverageSearch::search(int k, int iterations, int total, XRandom& random,
+                             std::atomic<bool> const& stop, bool keepMap)
 {
     m_bestCoverage = 0;
+    m_attempts = 0;
     if (m_rows == 0)
         return true;
     try {
         for (int done = 0; m_bestCoverage < total && done < iterations; ++done) {
             if (stop.load(std::memory_order_relaxed))
                 return true;
-            attempt(k, stop);
+            attempt(k, random, stop);
+            if (stop.load(std::memory_order_relaxed))
+                return true;
+            ++m_attempts;
             if (m_coverage > m_bestCoverage) {
                 m_bestCoverage = m_coverage;
                 m_bestIndices = m_indices;

@@ -9,15 +9,21 @@
 #include <cstdint>
 #include <vector>
 
+class XRandom;
+
 // The randomised search for one core size, on dense integer ids instead of
 // (marker, allele) strings. It reproduces the working-map bookkeeping of the
 // search exactly, drift included: a key subtracted while absent comes in
 // with count -1 and stays until a subtraction brings it to exactly 0.
 //
 // Speed comes from two facts: a candidate can only gain through alleles the
-// working map lacks, so rows that lack nothing are skipped at once (a count
-// per row kept up to date as keys come and go); and only alleles held exactly
-// once can be lost, so the loss is counted over that short list of columns.
+// working map lacks, so each row keeps the list of its columns whose allele
+// the map lacks (its gaps), updated as keys come and go, and a candidate's
+// gain costs its number of gaps; and only alleles held exactly once can be
+// lost, so the loss is counted over that short list of columns.
+//
+// The search reads only its own state and the generator it is given, so
+// copies of one built search may run different sizes on different threads.
 class XCoverageSearch
 {
 public:
@@ -29,10 +35,12 @@ public:
     bool build(Matrix const& matrix, QStringList const& headers, AlleleMap const& startMap);
 
     // Up to `iterations` attempts at size k, fewer once one covers `total`
-    // alleles; draws from rand(). Returns early when `stop` is set. False when
-    // memory ran out.
-    bool search(int k, int iterations, int total, std::atomic<bool> const& stop,
+    // alleles; each attempt draws exactly k values from `random`. Returns
+    // early when `stop` is set. False when memory ran out.
+    bool search(int k, int iterations, int total, XRandom& random, std::atomic<bool> const& stop,
                 bool keepMap = false);
+    // Attempts the last search completed.
+    int attempts() const { return m_attempts; }
 
     // Whether the last search found an attempt with at least one allele; the
     // accessors below describe that attempt.
@@ -45,18 +53,23 @@ public:
     AlleleMap bestMap() const;
 
 private:
+    void setKey(int key, bool present, int count);
     void add(int key);
     void subtract(int key);
     void setPresence(int key, bool present);
     void collectCritical(int const* row, int length);
-    void attempt(int k, std::atomic<bool> const& stop);
+    void rebuildGaps();
+    void setSample(int position, int row);
+    void attempt(int k, XRandom& random, std::atomic<bool> const& stop);
     // False when the current state was already reached in this attempt.
     bool rememberState();
+    bool sameAsEarlier();
 
     int m_rows = 0;
-    int m_width = 0;           // longest row, element 0 included; shorter rows pad with -1
-    std::vector<int> m_cells;  // key id per cell, -1 where no allele counts
-    std::vector<int> m_length; // elements per row
+    int m_width = 0;            // longest row, element 0 included; shorter rows pad with -1
+    std::vector<int> m_cells;   // key id per cell, -1 where no allele counts
+    std::vector<int> m_columns; // the same, column after column
+    std::vector<int> m_length;  // elements per row
     std::vector<int> m_rowNumber;
 
     QStringList m_markerNames;
@@ -66,23 +79,49 @@ private:
     // Where each key occurs in the compared columns, one entry per cell.
     std::vector<int> m_occurrenceStart;
     std::vector<int> m_occurrenceRow;
+    std::vector<int> m_occurrenceColumn;
 
     std::vector<int> m_startCount;
     std::vector<uint8_t> m_startPresent;
-    std::vector<int> m_startMissing;
+    uint64_t m_startHash = 0;
 
     // Working map of the current attempt.
     std::vector<int> m_count;
     std::vector<uint8_t> m_present;
     int m_coverage = 0;
-    // Per row: compared cells whose key the working map lacks.
+    // Per row, in a slice of m_width entries: the compared columns whose key
+    // the working map lacks, in no particular order, and where each column
+    // sits in that list. Only kept while m_trackGaps.
+    std::vector<int> m_gaps;
+    std::vector<int> m_gapKeys;
+    std::vector<int> m_gapSlot;
     std::vector<int> m_missing;
+    bool m_trackGaps = false;
 
     std::vector<uint8_t> m_used;
     std::vector<int> m_sample;
     QList<int> m_indices;
     std::vector<int> m_critical;
-    std::vector<std::vector<int>> m_history;
+
+    // The states at the end of the passes, as a hash of sample and working
+    // map kept up to date with every change, plus a journal of the changes
+    // that lets an earlier state be rebuilt when its hash comes back.
+    struct Change
+    {
+        int what; // key id, or -1 - sample position
+        int before;
+    };
+    uint64_t m_hash = 0;
+    bool m_journaling = false;
+    std::vector<Change> m_journal;
+    std::vector<std::pair<uint64_t, size_t>> m_history;
+    // Journal entries are the values before a pass's first change only.
+    int m_pass = 0;
+    std::vector<int> m_keyStamp;
+    std::vector<int> m_sampleStamp;
+    std::vector<int> m_scratchValue;
+    std::vector<int> m_scratchSample;
+    int m_attempts = 0;
 
     int m_bestCoverage = 0;
     QList<int> m_bestIndices;
