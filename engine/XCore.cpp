@@ -6,6 +6,7 @@
 #include "XResult.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <new>
 #include <vector>
@@ -33,7 +34,19 @@ XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const&
 
 void XCore::stopIterating()
 {
-    m_stop.store(true);
+    if (!m_stop.exchange(true))
+        m_stopAt.store(std::chrono::steady_clock::now().time_since_epoch().count());
+}
+
+qint64 XCore::stopLatency() const
+{
+    const qint64 at = m_stopAt.load();
+    const qint64 end = m_endAt.load();
+    if (at == 0 || end == 0)
+        return -1;
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::steady_clock::duration(std::max<qint64>(end - at, 0)))
+        .count();
 }
 
 void XCore::fail(QString const& message) const
@@ -124,6 +137,12 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
 }
 
 void XCore::run()
+{
+    search();
+    m_endAt.store(std::chrono::steady_clock::now().time_since_epoch().count());
+}
+
+void XCore::search()
 {
     if (m_iterations < 1) {
         emit error(tr("The number of iterations must be at least 1."));

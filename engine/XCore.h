@@ -35,6 +35,9 @@ public:
     // Threads that search core sizes; 0 (the default) means one per core.
     // Any count gives the same result. Set before start().
     void setThreadCount(int threads) { m_threads = threads; }
+    // Nanoseconds from the first stopIterating() to the end of run(), on the
+    // engine's monotonic clock; -1 until both happened.
+    qint64 stopLatency() const;
 
     // Encodes one table: per data row its row number, then one value per
     // allele column (0 for "*" and for the repeat of a homozygous pair), and
@@ -67,8 +70,11 @@ protected:
 private:
     bool stopped() const { return m_stop.load(std::memory_order_relaxed); }
     void fail(QString const& message) const;
+    void search();
 
     std::atomic<bool> m_stop{false};
+    std::atomic<qint64> m_stopAt{0};
+    std::atomic<qint64> m_endAt{0};
     unsigned m_seed;
     int m_threads = 0;
     mutable XRandom m_random;

@@ -19,18 +19,19 @@ uint64_t mix(uint64_t x)
     return x ^ (x >> 31);
 }
 
-// A key's share of the state hash while it is in the working map.
-uint64_t keyHash(int key, int count)
-{
-    return mix((uint64_t(uint32_t(key)) << 32) | uint32_t(count));
-}
-
 uint64_t sampleHash(int position, int row)
 {
     return mix((uint64_t(1) << 63) | (uint64_t(uint32_t(position)) << 32) | uint32_t(row));
 }
 
 } // namespace
+
+// A key's share of the state hash while it is in the working map: odd
+// multipliers keep different counts of one key apart.
+uint64_t XCoverageSearch::keyHash(int key, int count) const
+{
+    return m_keyRandom[size_t(key)] * (2 * uint64_t(uint32_t(count)) + 1);
+}
 
 bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                             AlleleMap const& startMap)
@@ -121,11 +122,9 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                 m_occurrenceColumn[fill[key]++] = j;
             }
         }
-        m_startHash = 0;
-        for (int key = 0; key < keys; ++key) {
-            if (m_startPresent[key])
-                m_startHash ^= keyHash(key, m_startCount[key]);
-        }
+        m_keyRandom.resize(keys);
+        for (int key = 0; key < keys; ++key)
+            m_keyRandom[size_t(key)] = mix(uint64_t(key));
         m_count.assign(keys, 0);
         m_present.assign(keys, 0);
         m_columns.assign(size_t(m_rows) * size_t(m_width), -1);
@@ -262,7 +261,7 @@ void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& s
     m_coverage = 0;
     for (uint8_t p : m_present)
         m_coverage += p;
-    m_hash = m_startHash;
+    m_hash = 0;
     std::fill(m_used.begin(), m_used.end(), 0);
     m_sample.clear();
     m_indices.clear();
@@ -279,11 +278,24 @@ void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& s
         m_hash ^= sampleHash(d, i);
         m_sample.push_back(i);
         m_indices << m_rowNumber[i];
+        // Nothing watches the map yet: count directly, hash once after.
         int const* cells = &m_cells[size_t(i) * width];
         for (int j = 1; j < m_length[i]; ++j) {
-            if (cells[j] >= 0)
-                add(cells[j]);
+            const int key = cells[j];
+            if (key < 0)
+                continue;
+            if (m_present[key]) {
+                ++m_count[key];
+            } else {
+                m_present[key] = 1;
+                m_count[key] = 1;
+                ++m_coverage;
+            }
         }
+    }
+    for (size_t key = 0; key < m_count.size(); ++key) {
+        if (m_present[key])
+            m_hash ^= keyHash(int(key), m_count[key]);
     }
 
     const int s = int(m_sample.size());

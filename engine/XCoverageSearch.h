@@ -63,6 +63,7 @@ private:
     void attempt(int k, XRandom& random, std::atomic<bool> const& stop);
     // False when the current state was already reached in this attempt.
     bool rememberState();
+    uint64_t keyHash(int key, int count) const;
     bool sameAsEarlier();
 
     int m_rows = 0;
@@ -83,7 +84,6 @@ private:
 
     std::vector<int> m_startCount;
     std::vector<uint8_t> m_startPresent;
-    uint64_t m_startHash = 0;
 
     // Working map of the current attempt.
     std::vector<int> m_count;
@@ -111,6 +111,7 @@ private:
         int what; // key id, or -1 - sample position
         int before;
     };
+    std::vector<uint64_t> m_keyRandom;
     uint64_t m_hash = 0;
     bool m_journaling = false;
     std::vector<Change> m_journal;
