@@ -6,7 +6,6 @@
 #include "XResult.h"
 
 #include <algorithm>
-#include <chrono>
 #include <ctime>
 #include <new>
 #include <vector>
@@ -34,19 +33,13 @@ XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const&
 
 void XCore::stopIterating()
 {
-    if (!m_stop.exchange(true))
-        m_stopAt.store(std::chrono::steady_clock::now().time_since_epoch().count());
+    m_clock.stop();
+    m_stop.store(true);
 }
 
 qint64 XCore::stopLatency() const
 {
-    const qint64 at = m_stopAt.load();
-    const qint64 end = m_endAt.load();
-    if (at == 0 || end == 0)
-        return -1;
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(
-               std::chrono::steady_clock::duration(std::max<qint64>(end - at, 0)))
-        .count();
+    return m_clock.latency();
 }
 
 void XCore::fail(QString const& message) const
@@ -138,8 +131,9 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
 
 void XCore::run()
 {
+    const int thread = m_clock.enter();
     search();
-    m_endAt.store(std::chrono::steady_clock::now().time_since_epoch().count());
+    m_clock.leave(thread);
 }
 
 void XCore::search()
@@ -191,7 +185,8 @@ void XCore::search()
     const int total = fullMap.size();
     const int n = matrix.size();
     const int threads = m_threads > 0 ? m_threads : QThread::idealThreadCount();
-    XParallelSearch sizes(std::move(search), m_seed, m_iterations, total, n, threads, m_stop);
+    XParallelSearch sizes(std::move(search), m_seed, m_iterations, total, n, threads, m_stop,
+                          &m_clock);
     uint64_t position = 0;
     int covered = startMap.size();
     int bestMapSize = 0;

@@ -2,6 +2,7 @@
 
 #include "XCsv.h"
 #include "XRandom.h"
+#include "XStopClock.h"
 
 #include <QMap>
 #include <QPair>
@@ -35,8 +36,8 @@ public:
     // Threads that search core sizes; 0 (the default) means one per core.
     // Any count gives the same result. Set before start().
     void setThreadCount(int threads) { m_threads = threads; }
-    // Nanoseconds from the first stopIterating() to the end of run(), on the
-    // engine's monotonic clock; -1 until both happened.
+    // Processor time in nanoseconds that the busiest engine thread spent
+    // between the first stopIterating() and its end; -1 until both happened.
     qint64 stopLatency() const;
 
     // Encodes one table: per data row its row number, then one value per
@@ -73,8 +74,7 @@ private:
     void search();
 
     std::atomic<bool> m_stop{false};
-    std::atomic<qint64> m_stopAt{0};
-    std::atomic<qint64> m_endAt{0};
+    XStopClock m_clock;
     unsigned m_seed;
     int m_threads = 0;
     mutable XRandom m_random;

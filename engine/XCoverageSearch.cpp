@@ -137,6 +137,25 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_gapKeys.assign(size_t(m_rows) * size_t(m_width), 0);
         m_gapSlot.assign(size_t(m_rows) * size_t(m_width), 0);
         m_missing.assign(m_rows, 0);
+        m_gapPresent.assign(keys, 0);
+        for (int r = 0; r < m_rows; ++r) {
+            int const* cells = &m_cells[size_t(r) * size_t(m_width)];
+            int* gaps = &m_gaps[size_t(r) * size_t(m_width)];
+            int* gapKeys = &m_gapKeys[size_t(r) * size_t(m_width)];
+            int* slots = &m_gapSlot[size_t(r) * size_t(m_width)];
+            for (int j = 1; j <= m_width - 2; ++j) {
+                if (cells[j] >= 0) {
+                    slots[j] = m_missing[r];
+                    gapKeys[m_missing[r]] = cells[j];
+                    gaps[m_missing[r]++] = j;
+                }
+            }
+        }
+        m_gapRows.assign((size_t(m_rows) + 64) / 64, 0);
+        for (int r = 0; r < m_rows; ++r) {
+            if (m_missing[r] > 0)
+                m_gapRows[size_t(r) >> 6] |= uint64_t(1) << (r & 63);
+        }
         m_used.assign(m_rows, 0);
         m_critical.reserve(m_width);
         m_keyStamp.assign(keys, -1);
@@ -150,8 +169,13 @@ void XCoverageSearch::setPresence(int key, bool present)
 {
     m_present[key] = present;
     m_coverage += present ? 1 : -1;
-    if (!m_trackGaps)
-        return;
+    if (m_trackGaps)
+        moveGaps(key, present);
+}
+
+void XCoverageSearch::moveGaps(int key, bool present)
+{
+    m_gapPresent[key] = present;
     const size_t width = size_t(m_width);
     for (int o = m_occurrenceStart[key]; o < m_occurrenceStart[key + 1]; ++o) {
         const int r = m_occurrenceRow[o];
@@ -162,10 +186,14 @@ void XCoverageSearch::setPresence(int key, bool present)
         if (present) {
             const int slot = slots[j];
             const int last = --m_missing[r];
+            if (last == 0)
+                m_gapRows[size_t(r) >> 6] &= ~(uint64_t(1) << (r & 63));
             gaps[slot] = gaps[last];
             gapKeys[slot] = gapKeys[last];
             slots[gaps[slot]] = slot;
         } else {
+            if (m_missing[r] == 0)
+                m_gapRows[size_t(r) >> 6] |= uint64_t(1) << (r & 63);
             slots[j] = m_missing[r];
             gapKeys[m_missing[r]] = key;
             gaps[m_missing[r]++] = j;
@@ -228,28 +256,33 @@ void XCoverageSearch::collectCritical(int const* row, int length)
     }
 }
 
-void XCoverageSearch::rebuildGaps()
+int XCoverageSearch::nextGapRow(int from) const
 {
-    const size_t width = size_t(m_width);
-    for (int r = 0; r < m_rows; ++r) {
-        int const* cells = &m_cells[size_t(r) * width];
-        int* gaps = &m_gaps[size_t(r) * width];
-        int* gapKeys = &m_gapKeys[size_t(r) * width];
-        int* slots = &m_gapSlot[size_t(r) * width];
-        int missing = 0;
-        for (int j = 1; j <= m_width - 2; ++j) {
-            const int key = cells[j];
-            if (key >= 0 && !m_present[key]) {
-                slots[j] = missing;
-                gapKeys[missing] = key;
-                gaps[missing++] = j;
-            }
-        }
-        m_missing[r] = missing;
+    if (from >= m_rows)
+        return INT_MAX;
+    size_t word = size_t(from) >> 6;
+    uint64_t bits = m_gapRows[word] & (~uint64_t(0) << (from & 63));
+    while (bits == 0) {
+        if (++word >= m_gapRows.size())
+            return INT_MAX;
+        bits = m_gapRows[word];
+    }
+    return int(word * 64 + size_t(__builtin_ctzll(bits)));
+}
+
+// Brings the gap lists from the presence they last followed to the working
+// map's: only the keys that differ cost anything, and between attempts of
+// one size most keys stay as they were.
+void XCoverageSearch::syncGaps()
+{
+    m_trackGaps = true;
+    for (size_t key = 0; key < m_present.size(); ++key) {
+        if (m_present[key] != m_gapPresent[key])
+            moveGaps(int(key), m_present[key]);
     }
 }
 
-void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& stop)
+void XCoverageSearch::attempt(int k, XRandom& random)
 {
     const int n = m_rows;
     const size_t width = size_t(m_width);
@@ -301,8 +334,7 @@ void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& s
     const int s = int(m_sample.size());
     if (s < 2)
         return;
-    rebuildGaps();
-    m_trackGaps = true;
+    syncGaps();
     // The passes depend only on the sample and the working map; a pass that
     // ends in a state seen before would make them repeat forever.
     m_journal.clear();
@@ -310,23 +342,24 @@ void XCoverageSearch::attempt(int k, XRandom& random, std::atomic<bool> const& s
     m_sampleStamp.assign(s, -1);
     m_journaling = true;
     rememberState();
+    unsigned scanned = 0;
     bool swapped = true;
     while (swapped) {
         swapped = false;
         for (int a = 0; a <= s - 2; ++a) {
-            if (stop.load(std::memory_order_relaxed))
+            if (halted())
                 return;
             int const* row = &m_cells[size_t(m_sample[a]) * width];
             int length = m_length[m_sample[a]];
             collectCritical(row, length);
-            for (int c = 0; c <= n - 2; ++c) {
+            // Candidates in ascending order, only rows with gaps; a swap
+            // changes which rows have gaps, so the word is read again.
+            for (int c = nextGapRow(0); c <= n - 2; c = nextGapRow(c + 1)) {
                 // One sample position scans every candidate; on the largest
                 // tables that alone is too long to wait for after a stop.
-                if ((c & 255) == 255 && stop.load(std::memory_order_relaxed))
+                if ((++scanned & 255) == 0 && halted())
                     return;
                 const int missing = m_missing[c];
-                if (missing == 0)
-                    continue;
                 int const* gaps = &m_gaps[size_t(c) * width];
                 int const* gapKeys = &m_gapKeys[size_t(c) * width];
                 // A gap's allele is absent, so it gains wherever the sample
@@ -416,18 +449,21 @@ bool XCoverageSearch::sameAsEarlier()
 }
 
 bool XCoverageSearch::search(int k, int iterations, int total, XRandom& random,
-                             std::atomic<bool> const& stop, bool keepMap)
+                             std::atomic<bool> const& stop, bool keepMap,
+                             std::atomic<bool> const* alsoStop)
 {
+    m_stop = &stop;
+    m_alsoStop = alsoStop;
     m_bestCoverage = 0;
     m_attempts = 0;
     if (m_rows == 0)
         return true;
     try {
         for (int done = 0; m_bestCoverage < total && done < iterations; ++done) {
-            if (stop.load(std::memory_order_relaxed))
+            if (halted())
                 return true;
-            attempt(k, random, stop);
-            if (stop.load(std::memory_order_relaxed))
+            attempt(k, random);
+            if (halted())
                 return true;
             ++m_attempts;
             if (m_coverage > m_bestCoverage) {

@@ -36,9 +36,9 @@ public:
 
     // Up to `iterations` attempts at size k, fewer once one covers `total`
     // alleles; each attempt draws exactly k values from `random`. Returns
-    // early when `stop` is set. False when memory ran out.
+    // early when `stop` or `alsoStop` is set. False when memory ran out.
     bool search(int k, int iterations, int total, XRandom& random, std::atomic<bool> const& stop,
-                bool keepMap = false);
+                bool keepMap = false, std::atomic<bool> const* alsoStop = nullptr);
     // Attempts the last search completed.
     int attempts() const { return m_attempts; }
 
@@ -58,9 +58,17 @@ private:
     void subtract(int key);
     void setPresence(int key, bool present);
     void collectCritical(int const* row, int length);
-    void rebuildGaps();
+    void syncGaps();
+    // The first row from `from` on with a gap; INT_MAX when none.
+    int nextGapRow(int from) const;
+    void moveGaps(int key, bool present);
     void setSample(int position, int row);
-    void attempt(int k, XRandom& random, std::atomic<bool> const& stop);
+    void attempt(int k, XRandom& random);
+    bool halted() const
+    {
+        return m_stop->load(std::memory_order_relaxed) ||
+               (m_alsoStop && m_alsoStop->load(std::memory_order_relaxed));
+    }
     // False when the current state was already reached in this attempt.
     bool rememberState();
     uint64_t keyHash(int key, int count) const;
@@ -91,11 +99,14 @@ private:
     int m_coverage = 0;
     // Per row, in a slice of m_width entries: the compared columns whose key
     // the working map lacks, in no particular order, and where each column
-    // sits in that list. Only kept while m_trackGaps.
+    // sits in that list; they follow m_gapPresent, which is the working
+    // map's presence while m_trackGaps.
     std::vector<int> m_gaps;
     std::vector<int> m_gapKeys;
     std::vector<int> m_gapSlot;
     std::vector<int> m_missing;
+    std::vector<uint8_t> m_gapPresent;
+    std::vector<uint64_t> m_gapRows; // bit per row: has a gap
     bool m_trackGaps = false;
 
     std::vector<uint8_t> m_used;
@@ -123,6 +134,8 @@ private:
     std::vector<int> m_scratchValue;
     std::vector<int> m_scratchSample;
     int m_attempts = 0;
+    std::atomic<bool> const* m_stop = nullptr;
+    std::atomic<bool> const* m_alsoStop = nullptr;
 
     int m_bestCoverage = 0;
     QList<int> m_bestIndices;

@@ -6,9 +6,10 @@
 #include <utility>
 
 XParallelSearch::XParallelSearch(XCoverageSearch search, unsigned seed, int iterations, int total,
-                                 int maxSize, int threads, std::atomic<bool> const& stop)
+                                 int maxSize, int threads, std::atomic<bool> const& stop,
+                                 XStopClock* clock)
     : m_search(std::move(search)), m_random(seed), m_seed(seed), m_iterations(iterations),
-      m_total(total), m_maxSize(maxSize), m_lookahead(threads), m_stop(stop)
+      m_total(total), m_maxSize(maxSize), m_lookahead(threads), m_stop(stop), m_clock(clock)
 {
     if (threads < 2)
         return;
@@ -39,6 +40,14 @@ void XParallelSearch::shutDown()
 
 void XParallelSearch::work()
 {
+    const int thread = m_clock ? m_clock->enter() : -1;
+    searchSizes();
+    if (m_clock)
+        m_clock->leave(thread);
+}
+
+void XParallelSearch::searchSizes()
+{
     std::unique_ptr<XCoverageSearch> search;
     try {
         std::lock_guard<std::mutex> lock(m_mutex);
@@ -61,7 +70,7 @@ void XParallelSearch::work()
         if (search) {
             XRandom random(m_seed);
             random.advance(startOf(k));
-            done.ok = search->search(k, m_iterations, m_total, random, m_quit);
+            done.ok = search->search(k, m_iterations, m_total, random, m_stop, false, &m_quit);
             done.outcome.coverage = search->bestCoverage();
             if (search->improved())
                 done.outcome.indices = search->bestIndices();
@@ -69,7 +78,7 @@ void XParallelSearch::work()
         }
         {
             std::lock_guard<std::mutex> lock(m_mutex);
-            if (m_quit.load())
+            if (m_quit.load() || m_stop.load())
                 return;
             m_done[k] = std::move(done);
         }

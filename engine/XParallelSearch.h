@@ -2,6 +2,7 @@
 
 #include "XCoverageSearch.h"
 #include "XRandom.h"
+#include "XStopClock.h"
 
 #include <QList>
 
@@ -30,7 +31,7 @@ public:
 
     // With one thread every size is searched on the calling thread.
     XParallelSearch(XCoverageSearch search, unsigned seed, int iterations, int total, int maxSize,
-                    int threads, std::atomic<bool> const& stop);
+                    int threads, std::atomic<bool> const& stop, XStopClock* clock = nullptr);
     ~XParallelSearch();
     XParallelSearch(XParallelSearch const&) = delete;
     XParallelSearch& operator=(XParallelSearch const&) = delete;
@@ -50,6 +51,7 @@ private:
 
     uint64_t startOf(int k) const { return uint64_t(m_iterations) * uint64_t(k) * (k - 1) / 2; }
     void work();
+    void searchSizes();
     void shutDown();
     bool searchHere(int k, uint64_t position, Outcome& outcome);
 
@@ -61,6 +63,7 @@ private:
     int m_maxSize;
     int m_lookahead;
     std::atomic<bool> const& m_stop;
+    XStopClock* m_clock;
     std::atomic<bool> m_quit{false};
     bool m_outOfMemory = false;
 
