@@ -37,11 +37,12 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                             AlleleMap const& startMap)
 {
     try {
+        auto tables = std::make_shared<Tables>();
         m_rows = matrix.size();
         m_width = 0;
         for (QList<int> const& row : matrix)
             m_width = std::max(m_width, int(row.size()));
-        m_cells.assign(size_t(m_rows) * size_t(m_width), -1);
+        tables->cells.assign(size_t(m_rows) * size_t(m_width), -1);
         m_length.assign(m_rows, 0);
         m_rowNumber.assign(m_rows, 0);
 
@@ -78,7 +79,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
             QList<int> const& row = matrix.at(r);
             m_length[r] = row.size();
             m_rowNumber[r] = row.value(0);
-            int* cells = &m_cells[size_t(r) * size_t(m_width)];
+            int* cells = &tables->cells[size_t(r) * size_t(m_width)];
             for (int j = 1; j < row.size(); ++j) {
                 const int value = row.at(j);
                 if (value > 0)
@@ -101,7 +102,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         // Occurrences in the columns a swap can compare: 1 .. width - 2.
         m_occurrenceStart.assign(keys + 1, 0);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &m_cells[size_t(r) * size_t(m_width)];
+            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
             for (int j = 1; j <= m_width - 2; ++j) {
                 if (cells[j] >= 0)
                     ++m_occurrenceStart[cells[j] + 1];
@@ -109,17 +110,17 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         }
         for (int key = 0; key < keys; ++key)
             m_occurrenceStart[key + 1] += m_occurrenceStart[key];
-        m_occurrenceRow.assign(m_occurrenceStart[keys], 0);
-        m_occurrenceColumn.assign(m_occurrenceStart[keys], 0);
+        tables->occurrenceRow.assign(m_occurrenceStart[keys], 0);
+        tables->occurrenceColumn.assign(m_occurrenceStart[keys], 0);
         std::vector<int> fill(m_occurrenceStart.begin(), m_occurrenceStart.end() - 1);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &m_cells[size_t(r) * size_t(m_width)];
+            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
             for (int j = 1; j <= m_width - 2; ++j) {
                 const int key = cells[j];
                 if (key < 0)
                     continue;
-                m_occurrenceRow[fill[key]] = r;
-                m_occurrenceColumn[fill[key]++] = j;
+                tables->occurrenceRow[fill[key]] = r;
+                tables->occurrenceColumn[fill[key]++] = j;
             }
         }
         m_keyRandom.resize(keys);
@@ -127,11 +128,11 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
             m_keyRandom[size_t(key)] = mix(uint64_t(key));
         m_count.assign(keys, 0);
         m_present.assign(keys, 0);
-        m_columns.assign(size_t(m_rows) * size_t(m_width), -1);
+        tables->columns.assign(size_t(m_rows) * size_t(m_width), -1);
         for (int r = 0; r < m_rows; ++r) {
             for (int j = 0; j < m_width; ++j)
-                m_columns[size_t(j) * size_t(m_rows) + size_t(r)] =
-                    m_cells[size_t(r) * size_t(m_width) + size_t(j)];
+                tables->columns[size_t(j) * size_t(m_rows) + size_t(r)] =
+                    tables->cells[size_t(r) * size_t(m_width) + size_t(j)];
         }
         m_gaps.assign(size_t(m_rows) * size_t(m_width), 0);
         m_gapKeys.assign(size_t(m_rows) * size_t(m_width), 0);
@@ -139,7 +140,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_missing.assign(m_rows, 0);
         m_gapPresent.assign(keys, 0);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &m_cells[size_t(r) * size_t(m_width)];
+            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
             int* gaps = &m_gaps[size_t(r) * size_t(m_width)];
             int* gapKeys = &m_gapKeys[size_t(r) * size_t(m_width)];
             int* slots = &m_gapSlot[size_t(r) * size_t(m_width)];
@@ -157,6 +158,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                 m_gapRows[size_t(r) >> 6] |= uint64_t(1) << (r & 63);
         }
         m_used.assign(m_rows, 0);
+        m_tables = std::move(tables);
         m_critical.reserve(m_width);
         m_keyStamp.assign(keys, -1);
     } catch (std::bad_alloc const&) {
@@ -178,8 +180,8 @@ void XCoverageSearch::moveGaps(int key, bool present)
     m_gapPresent[key] = present;
     const size_t width = size_t(m_width);
     for (int o = m_occurrenceStart[key]; o < m_occurrenceStart[key + 1]; ++o) {
-        const int r = m_occurrenceRow[o];
-        const int j = m_occurrenceColumn[o];
+        const int r = m_tables->occurrenceRow[o];
+        const int j = m_tables->occurrenceColumn[o];
         int* gaps = &m_gaps[size_t(r) * width];
         int* gapKeys = &m_gapKeys[size_t(r) * width];
         int* slots = &m_gapSlot[size_t(r) * width];
@@ -286,7 +288,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
 {
     const int n = m_rows;
     const size_t width = size_t(m_width);
-    int const* columns = m_columns.data();
+    int const* columns = m_tables->columns.data();
     m_trackGaps = false;
     m_journaling = false;
     m_count = m_startCount;
@@ -312,7 +314,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
         m_sample.push_back(i);
         m_indices << m_rowNumber[i];
         // Nothing watches the map yet: count directly, hash once after.
-        int const* cells = &m_cells[size_t(i) * width];
+        int const* cells = &m_tables->cells[size_t(i) * width];
         for (int j = 1; j < m_length[i]; ++j) {
             const int key = cells[j];
             if (key < 0)
@@ -349,7 +351,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
         for (int a = 0; a <= s - 2; ++a) {
             if (halted())
                 return;
-            int const* row = &m_cells[size_t(m_sample[a]) * width];
+            int const* row = &m_tables->cells[size_t(m_sample[a]) * width];
             int length = m_length[m_sample[a]];
             collectCritical(row, length);
             // Candidates in ascending order, only rows with gaps; a swap
@@ -382,7 +384,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                 }
                 if (loss >= gain)
                     continue;
-                int const* cand = &m_cells[size_t(c) * width];
+                int const* cand = &m_tables->cells[size_t(c) * width];
                 // Columns in ascending order; in each, the candidate's allele
                 // goes in before the removed row's comes out.
                 for (int j = 1; j <= length - 2; ++j) {

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 class XRandom;
@@ -75,20 +76,26 @@ private:
     bool sameAsEarlier();
 
     int m_rows = 0;
-    int m_width = 0;            // longest row, element 0 included; shorter rows pad with -1
-    std::vector<int> m_cells;   // key id per cell, -1 where no allele counts
-    std::vector<int> m_columns; // the same, column after column
-    std::vector<int> m_length;  // elements per row
+    int m_width = 0; // longest row, element 0 included; shorter rows pad with -1
+    // What never changes after build(), shared by the copies that search on
+    // other threads.
+    struct Tables
+    {
+        std::vector<int> cells;   // key id per cell, -1 where no allele counts
+        std::vector<int> columns; // the same, column after column
+        // Where each key occurs in the compared columns, one entry per cell.
+        std::vector<int> occurrenceRow;
+        std::vector<int> occurrenceColumn;
+    };
+    std::shared_ptr<Tables const> m_tables;
+    std::vector<int> m_length; // elements per row
     std::vector<int> m_rowNumber;
 
     QStringList m_markerNames;
     std::vector<int> m_keyMarker;
     std::vector<int> m_keyValue;
 
-    // Where each key occurs in the compared columns, one entry per cell.
     std::vector<int> m_occurrenceStart;
-    std::vector<int> m_occurrenceRow;
-    std::vector<int> m_occurrenceColumn;
 
     std::vector<int> m_startCount;
     std::vector<uint8_t> m_startPresent;
