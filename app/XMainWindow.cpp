@@ -276,6 +276,10 @@ void XMainWindow::parseCsv(XCsv* csv, XCsv* src, int iterations, int seed)
     XCore core(csv, src, iterations, seed);
     QProgressDialog progress(tr("Working..."), tr("Abort"), 1, 100, this);
     connect(&core, &XCore::percentChanged, &progress, &QProgressDialog::setValue);
+    connect(&core, &XCore::searching, &progress, [&progress](int size, int accessions) {
+        progress.setLabelText(
+            tr("Working...\nSearching cores of %1 of %2 accessions").arg(size).arg(accessions));
+    });
     connect(&core, &XCore::error, &progress, &QWidget::close);
     connect(&core, &QThread::finished, &progress, &QWidget::close);
     connect(&core, &XCore::completed, this, &XMainWindow::csvParseSucceeded);

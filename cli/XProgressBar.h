@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 
 #include <cstdio>
@@ -15,8 +16,14 @@ public:
 
 public slots:
     void setPercent(int percent);
+    // Follows the bar with the core size being searched.
+    void setSearching(int size, int accessions);
 
 private:
+    void draw();
+
     FILE* m_stream;
+    int m_percent = 0;
+    QByteArray m_status;
     bool m_drawn = false;
 };

@@ -93,7 +93,13 @@ int main(int argc, char** argv)
         "result", "print the result's text form (the 100 lines of a workspace's result section) "
                   "instead of the summary");
     const QCommandLineOption quiet({"q", "quiet"}, "no progress on stderr");
-    parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet});
+    const QCommandLineOption threads(
+        {"t", "threads"},
+        "threads that search (default 0: one per core); any count gives the "
+        "same result",
+        "N", "0");
+    parser.addOptions(
+        {start, iterations, seed, workspace, output, percent, result, quiet, threads});
     parser.addPositionalArgument("INPUT", "the table of accessions (.csv or .xls)");
 
     if (!parser.parse(app.arguments()))
@@ -113,6 +119,9 @@ int main(int argc, char** argv)
     int seedValue = 0;
     if (!readNumber(parser.value(seed), &seedValue))
         return usageError(QStringLiteral("--seed needs a whole number."));
+    int threadCount = 0;
+    if (!readNumber(parser.value(threads), &threadCount) || threadCount < 0)
+        return usageError(QStringLiteral("--threads needs a whole number of at least 0."));
     int percentValue = 0;
     if (!readNumber(parser.value(percent), &percentValue) || percentValue < 1 || percentValue > 100)
         return usageError(QStringLiteral("--percent needs a whole number from 1 to 100."));
@@ -129,10 +138,12 @@ int main(int argc, char** argv)
         seedValue = int(time(nullptr));
 
     XCore core(input.get(), source.get(), iterationCount, seedValue);
+    core.setThreadCount(threadCount);
     std::unique_ptr<XProgressBar> progress;
     if (!parser.isSet(quiet) && isatty(STDERR_FILENO)) {
         progress = std::make_unique<XProgressBar>(stderr);
         QObject::connect(&core, &XCore::percentChanged, progress.get(), &XProgressBar::setPercent);
+        QObject::connect(&core, &XCore::searching, progress.get(), &XProgressBar::setSearching);
     }
     std::unique_ptr<XResult> outcome;
     QString failure;

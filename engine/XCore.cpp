@@ -2,10 +2,10 @@
 
 #include "XAlleles.h"
 #include "XCoverageSearch.h"
+#include "XParallelSearch.h"
 #include "XResult.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <ctime>
 #include <new>
 #include <vector>
@@ -22,16 +22,13 @@ int element(QList<int> const& row, int column)
 
 XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
              QObject* parent)
-    : QThread(parent), m_iterations(iterations), m_csv(csv), m_src(src)
+    : QThread(parent), m_seed(seed != 0 ? unsigned(seed) : unsigned(time(nullptr))),
+      m_random(m_seed), m_iterations(iterations), m_csv(csv), m_src(src)
 {
     if (csv)
         m_csvGrid = csv->data();
     if (src)
         m_srcGrid = src->data();
-    if (seed != 0)
-        srand(unsigned(seed));
-    else
-        srand(unsigned(time(nullptr)));
 }
 
 XCore::~XCore()
@@ -42,7 +39,13 @@ XCore::~XCore()
 
 void XCore::stopIterating()
 {
+    m_clock.stop();
     m_stop.store(true);
+}
+
+qint64 XCore::stopLatency() const
+{
+    return m_clock.latency();
 }
 
 void XCore::fail(QString const& message)
@@ -89,7 +92,7 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
 {
     XCoverageSearch search;
     if (!search.build(matrix, headers, startMap) ||
-        !search.search(k, m_iterations, fullMap.size(), m_stop, true)) {
+        !search.search(k, m_iterations, fullMap.size(), m_random, m_stop, true)) {
         fail(tr("Error while allocating memory."));
         return false;
     }
@@ -104,6 +107,13 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
 }
 
 void XCore::run()
+{
+    const int thread = m_clock.enter();
+    search();
+    m_clock.leave(thread);
+}
+
+void XCore::search()
 {
     if (m_iterations < 1) {
         emit error(tr("The number of iterations must be at least 1."));
@@ -149,6 +159,10 @@ void XCore::run()
     }
     const int total = fullMap.size();
     const int n = matrix.size();
+    const int threads = m_threads > 0 ? m_threads : QThread::idealThreadCount();
+    XParallelSearch sizes(std::move(search), m_seed, m_iterations, total, n, threads, m_stop,
+                          &m_clock);
+    uint64_t position = 0;
     int covered = startMap.size();
     int bestMapSize = 0;
     QList<int> bestIndices;
@@ -162,15 +176,19 @@ void XCore::run()
         // With all n rows in the core nothing more can be covered: stop there.
         while (qint64(qint32(quint32(covered) * 100000u)) < target && k < n) {
             ++k;
-            if (!search.search(k, m_iterations, total, m_stop)) {
-                emit error(tr("Error while allocating memory."));
+            emit searching(k, n);
+            XParallelSearch::Outcome outcome;
+            if (!sizes.result(k, position, outcome)) {
+                if (sizes.outOfMemory())
+                    emit error(tr("Error while allocating memory."));
                 return;
             }
             if (stopped())
                 return;
-            if (search.improved()) {
-                bestMapSize = search.bestCoverage();
-                bestIndices = search.bestIndices();
+            position += uint64_t(outcome.attempts) * uint64_t(k);
+            if (outcome.coverage > 0) {
+                bestMapSize = outcome.coverage;
+                bestIndices = outcome.indices;
             }
             covered = bestMapSize;
         }

@@ -1,6 +1,8 @@
 // Times the engine against the plain transcription of the search on the
-// same inputs, then the engine alone on synthetic tables of growing size.
-// Usage: bench_engine [--quick]   (--quick leaves out the 1,350 x 678 table)
+// same inputs, the engine with one thread and with two on the real tables,
+// then the engine alone on synthetic tables of growing size.
+// Usage: bench_engine [--quick]   (--quick leaves out eHGDP at 10 iterations
+// and the 1,350 x 678 synthetic table)
 #include "ReferenceCore.h"
 #include "SyntheticTable.h"
 #include "XCore.h"
@@ -9,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTextStream>
 
 #include <memory>
@@ -17,28 +20,99 @@ namespace {
 
 QTextStream out(stdout);
 
-// Runs the engine on its thread; returns the result text and the seconds.
-QString runEngine(XCsv const* csv, XCsv const* src, int seed, double* seconds)
+// Starts a new peak: the kernel resets the resident high-water mark.
+void resetPeak()
 {
-    QString text = QStringLiteral("nothing");
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
+// The resident high-water mark since resetPeak(), in MB.
+double peakMegabytes()
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    for (QByteArray const& line : file.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024.0;
+    }
+    return 0;
+}
+
+struct Timing
+{
+    QString text;
+    double seconds = 0;
+    double peak = 0;
+};
+
+// Runs the engine on its thread with the given thread count.
+Timing runEngine(XCsv const* csv, XCsv const* src, int iterations, int seed, int threads)
+{
+    Timing timing;
+    timing.text = QStringLiteral("nothing");
+    resetPeak();
     QElapsedTimer timer;
     timer.start();
-    XCore core(csv, src, 1, seed);
-    QObject::connect(
-        &core, &XCore::completed, &core,
-        [&text](XResult* result) {
-            text = result->toString();
-            delete result;
-        },
-        Qt::DirectConnection);
-    QObject::connect(
-        &core, &XCore::error, &core,
-        [&text](QString const& message) { text = QStringLiteral("error: ") + message; },
-        Qt::DirectConnection);
-    core.start();
-    core.wait();
-    *seconds = timer.nsecsElapsed() / 1e9;
-    return text;
+    {
+        XCore core(csv, src, iterations, seed);
+        core.setThreadCount(threads);
+        QObject::connect(
+            &core, &XCore::completed, &core,
+            [&timing](XResult* result) {
+                timing.text = result->toString();
+                delete result;
+            },
+            Qt::DirectConnection);
+        QObject::connect(
+            &core, &XCore::error, &core,
+            [&timing](QString const& message) {
+                timing.text = QStringLiteral("error: ") + message;
+            },
+            Qt::DirectConnection);
+        core.start();
+        core.wait();
+    }
+    timing.seconds = timer.nsecsElapsed() / 1e9;
+    timing.peak = peakMegabytes();
+    return timing;
+}
+
+Timing runReference(XCsv const& csv, int iterations, int seed)
+{
+    Timing timing;
+    resetPeak();
+    QElapsedTimer timer;
+    timer.start();
+    ReferenceCore reference(csv.data(), nullptr, iterations, seed);
+    timing.text = reference.resultText();
+    timing.seconds = timer.nsecsElapsed() / 1e9;
+    timing.peak = peakMegabytes();
+    return timing;
+}
+
+QString fixture(QString const& name)
+{
+    QFile file(QStringLiteral(VIREON_SOURCE_DIR "/tests/fixtures/engine/") + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll());
+}
+
+void row(QString const& table, int iterations, QString const& who, Timing const& timing,
+         double baseSeconds, QString const& expected)
+{
+    const QString same = expected.isEmpty()                            ? QStringLiteral("-")
+                         : timing.text == expected                     ? QStringLiteral("yes")
+                         : timing.text.trimmed() == expected.trimmed() ? QStringLiteral("yes")
+                                                                       : QStringLiteral("NO");
+    out << QString::asprintf("%-12s %3d  %-18s %9.3f  %8.1f  %7.0f  %s\n", qPrintable(table),
+                             iterations, qPrintable(who), timing.seconds,
+                             baseSeconds > 0 ? baseSeconds / timing.seconds : 1.0, timing.peak,
+                             qPrintable(same));
+    out.flush();
 }
 
 } // namespace
@@ -48,35 +122,45 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     const bool quick = app.arguments().contains(QStringLiteral("--quick"));
     XCsv microbov(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
-    out << "microbov.csv: " << microbov.rows() - 1 << " accessions x " << microbov.columns() - 1
-        << " allele columns, 1 iteration\n";
-    out << "seed  reference_s  engine_s  ratio  same_result\n";
-    for (int seed : {1, 42}) {
-        QElapsedTimer timer;
-        timer.start();
-        ReferenceCore reference(microbov.data(), nullptr, 1, seed);
-        const QString expected = reference.resultText();
-        const double referenceSeconds = timer.nsecsElapsed() / 1e9;
-        double engineSeconds = 0;
-        const QString actual = runEngine(&microbov, nullptr, seed, &engineSeconds);
-        out << QString::asprintf("%4d  %11.2f  %8.4f  %5.0f  %s\n", seed, referenceSeconds,
-                                 engineSeconds, referenceSeconds / engineSeconds,
-                                 actual == expected ? "yes" : "NO");
-        out.flush();
+    XCsv eHGDP(QStringLiteral(VIREON_EXAMPLES_DIR "/eHGDP.csv"));
+    out << "seed 1; ratio: the first row of each table's seconds over this row's; peak: resident "
+           "high-water mark of the step\n";
+    out << "table        its  run                seconds     ratio  peak_MB  same_result\n";
+
+    const Timing reference = runReference(microbov, 10, 1);
+    row(QStringLiteral("microbov"), 10, QStringLiteral("reference"), reference, 0,
+        fixture(QStringLiteral("microbov_i10_s1.txt")));
+    for (int threads : {1, 2})
+        row(QStringLiteral("microbov"), 10,
+            QStringLiteral("engine, %1 thread%2").arg(threads).arg(threads > 1 ? "s" : ""),
+            runEngine(&microbov, nullptr, 10, 1, threads), reference.seconds, reference.text);
+
+    QList<int> iterationCounts{1};
+    if (!quick)
+        iterationCounts << 10;
+    for (int iterations : iterationCounts) {
+        const QString expected =
+            iterations == 1 ? fixture(QStringLiteral("eHGDP_i1_s1.txt")) : QString();
+        const Timing single = runEngine(&eHGDP, nullptr, iterations, 1, 1);
+        row(QStringLiteral("eHGDP"), iterations, QStringLiteral("engine, 1 thread"), single, 0,
+            expected);
+        row(QStringLiteral("eHGDP"), iterations, QStringLiteral("engine, 2 threads"),
+            runEngine(&eHGDP, nullptr, iterations, 1, 2), single.seconds,
+            expected.isEmpty() ? single.text : expected);
     }
 
-    out << "\nsynthetic tables, engine only, 1 iteration, seed 1\n";
-    out << "accessions  markers  allele_columns  seconds  largest_core\n";
+    out << "\nsynthetic tables, engine only, 1 iteration, seed 1, 2 threads\n";
+    out << "accessions  markers  allele_columns  seconds  peak_MB  largest_core\n";
     QList<QPair<int, int>> sizes{{250, 50}, {500, 50}, {1000, 50}, {2000, 50}, {4000, 50}};
     if (!quick)
         sizes << qMakePair(1350, 678);
     for (auto const& size : sizes) {
         XCsv table(syntheticGrid(size.first, size.second, 7));
-        double seconds = 0;
-        const QString text = runEngine(&table, nullptr, 1, &seconds);
-        const QString last = text.split(QLatin1Char('\n')).value(99);
-        out << QString::asprintf("%10d  %7d  %14d  %7.2f  %d\n", size.first, size.second,
-                                 2 * size.second, seconds, int(last.count(QLatin1Char(','))));
+        const Timing timing = runEngine(&table, nullptr, 1, 1, 2);
+        const QString last = timing.text.split(QLatin1Char('\n')).value(99);
+        out << QString::asprintf("%10d  %7d  %14d  %7.2f  %7.0f  %d\n", size.first, size.second,
+                                 2 * size.second, timing.seconds, timing.peak,
+                                 int(last.count(QLatin1Char(','))));
         out.flush();
     }
     return 0;

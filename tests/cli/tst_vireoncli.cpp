@@ -50,6 +50,7 @@ private slots:
     void outputWritesCoreOfPercent();
     void workbookInAndOut();
     void clockSeedIsPrinted();
+    void threadCountKeepsResult();
     void usageErrors_data();
     void usageErrors();
     void inputsThatAreNotFiles_data();
@@ -90,7 +91,7 @@ void TestVireonCli::help()
     const Outcome o = runCli({QStringLiteral("--help")});
     QCOMPARE(o.status, 0);
     for (const char* option : {"--start", "--iterations", "--seed", "--workspace", "--output",
-                               "--percent", "--result", "--quiet", "INPUT"})
+                               "--percent", "--result", "--quiet", "--threads", "INPUT"})
         QVERIFY2(o.out.contains(QLatin1String(option)), option);
 }
 
@@ -202,6 +203,22 @@ void TestVireonCli::clockSeedIsPrinted()
     QCOMPARE(again.out, first.out);
 }
 
+void TestVireonCli::threadCountKeepsResult()
+{
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    QStringList results;
+    for (const char* threads : {"1", "2", "3"}) {
+        const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
+                                  QStringLiteral("5"), QStringLiteral("--threads"),
+                                  QLatin1String(threads), QStringLiteral("--result"), input});
+        QCOMPARE(o.status, 0);
+        QCOMPARE(o.out.count(QLatin1Char('\n')), 100);
+        results << o.out;
+    }
+    QCOMPARE(results.at(1), results.at(0));
+    QCOMPARE(results.at(2), results.at(0));
+}
+
 void TestVireonCli::usageErrors_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -215,6 +232,10 @@ void TestVireonCli::usageErrors_data()
     QTest::newRow("iterations text")
         << QStringList{"-i", "ten", input} << "--iterations needs a whole number of at least 1.";
     QTest::newRow("seed text") << QStringList{"-r", " 4", input} << "--seed needs a whole number.";
+    QTest::newRow("threads -1") << QStringList{"-t", "-1", input}
+                                << "--threads needs a whole number of at least 0.";
+    QTest::newRow("threads text") << QStringList{"--threads", "two", input}
+                                  << "--threads needs a whole number of at least 0.";
     QTest::newRow("percent 0") << QStringList{"-p", "0", input}
                                << "--percent needs a whole number from 1 to 100.";
     QTest::newRow("percent 101") << QStringList{"-p", "101", input}

@@ -38,6 +38,7 @@ private slots:
     void drawsInPlace_data();
     void drawsInPlace();
     void endsLineWhenDestroyed();
+    void saysWhichSizeIsSearched();
     void silentWhenNeverDrawn();
 
 private:
@@ -89,6 +90,19 @@ void TestXProgressBar::endsLineWhenDestroyed()
         QCOMPARE(contents(m_stream), bar(4, 10) + bar(8, 20));
     }
     QCOMPARE(contents(m_stream), bar(4, 10) + bar(8, 20) + "\n");
+}
+
+void TestXProgressBar::saysWhichSizeIsSearched()
+{
+    XProgressBar progress(m_stream);
+    progress.setPercent(97);
+    progress.setSearching(312, 1350);
+    progress.setSearching(9, 1350);
+    progress.setPercent(98);
+    QCOMPARE(contents(m_stream), bar(38, 97) + bar(38, 97) +
+                                     " Searching cores of 312 of 1350 accessions" + bar(38, 97) +
+                                     " Searching cores of 9 of 1350 accessions  " + bar(39, 98) +
+                                     " Searching cores of 9 of 1350 accessions");
 }
 
 void TestXProgressBar::silentWhenNeverDrawn()
