@@ -35,6 +35,12 @@ public:
     XCsv const* input() const { return m_csv; }
     XCsv const* source() const { return m_src; }
 
+    // Per entry, no core with fewer rows holds its share (equal to the
+    // entry's size when it is proven minimal). Only the exact search gives
+    // them; empty otherwise. Not part of the text form.
+    QList<int> const& lowerBounds() const { return m_lowerBounds; }
+    void setLowerBounds(QList<int> const& bounds) { m_lowerBounds = bounds; }
+
     QString toString() const override;
     // Appends the entries read from the text form.
     void fromString(QString& text) override;
@@ -44,4 +50,5 @@ private:
     XCsv const* m_src;
     Entries m_entries;
     QMap<int, XCsv*> m_cache;
+    QList<int> m_lowerBounds;
 };
