@@ -177,6 +177,9 @@ XCoverMip::Answer XCoverMip::run(int need, int below, int lowerBound, long nodeL
     }
     if (status != GLP_OPT)
         return answer;
+    answer.relaxation.resize(m_rowCount);
+    for (int i = 0; i < m_rowCount; ++i)
+        answer.relaxation[i] = glp_get_col_prim(m_lp, i + 1);
     const int rootBound = ceilBound(glp_get_obj_val(m_lp));
     answer.lowerBound = std::max(lowerBound, std::min(rootBound, below));
     if (answer.lowerBound >= below || nodeLimit <= 0)

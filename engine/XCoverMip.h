@@ -25,6 +25,8 @@ public:
         int lowerBound = 0;
         // The smallest core found below `below`, or empty.
         std::vector<int> core;
+        // The relaxation's value of each row when it was solved, or empty.
+        std::vector<double> relaxation;
     };
 
     XCoverMip(std::vector<std::vector<int>> const& holders, std::vector<int> const& weight,

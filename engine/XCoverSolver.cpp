@@ -254,6 +254,38 @@ struct XCoverSolver::Search
         return false;
     }
 
+    // Rounds a relaxation: rows by falling value until the need is met, then
+    // rows of the lowest value left out while the need stays met, then the
+    // swap search for the most weight at that size.
+    void round(std::vector<double> const& value, int need)
+    {
+        std::vector<int> order(n);
+        for (int i = 0; i < n; ++i)
+            order[i] = i;
+        std::stable_sort(order.begin(), order.end(),
+                         [&value](int x, int y) { return value[x] > value[y]; });
+        clear();
+        std::vector<int> rows;
+        for (int i : order) {
+            if (covered >= need)
+                break;
+            if (gain[i] > 0) {
+                add(i);
+                rows.push_back(i);
+            }
+        }
+        for (int at = int(rows.size()) - 1; at >= 0; --at) {
+            if (covered - unique(rows[at]) >= need) {
+                remove(rows[at]);
+                rows.erase(rows.begin() + at);
+            }
+        }
+        if (covered < need)
+            return;
+        swapSearch(rows, totalWeight);
+        record(rows, covered);
+    }
+
     int sizeFor(int need) const
     {
         for (int k = 0; k <= n; ++k) {
@@ -439,6 +471,8 @@ bool XCoverSolver::solve(std::vector<int> const& needs, std::function<bool()> co
             XCoverMip::Answer answer = mip->run(needs[p], size[p], lower[p], limit, stop, deadline);
             if (answer.stopped || search.halted())
                 return false;
+            if (!answer.relaxation.empty())
+                search.round(answer.relaxation, needs[p]);
             if (!answer.core.empty()) {
                 std::vector<int> rows = answer.core;
                 search.swapSearch(rows, search.totalWeight);
