@@ -47,7 +47,7 @@ struct XCoverSolver::Search
     int covered = 0;
     long long work = 0;
     bool stopped = false;
-    std::minstd_rand random{20240601u};
+    std::minstd_rand generator{20240601u};
 
     Search(XCoverSolver const& p, std::function<bool()> const& s, Clock::time_point d)
         : problem(p), stop(s), deadline(d), n(int(p.m_rows.size()))
@@ -232,12 +232,14 @@ struct XCoverSolver::Search
         if (k < 1 || k > n || bestWeight[k] < 0)
             return false;
         for (int round = 0; round < rounds && work < kickWorkTotal; ++round) {
+            if (Clock::now() >= deadline)
+                return false;
             std::vector<int> rows = bestSet[k];
             load(rows);
-            const int kicked = 1 + int(random() % 3);
+            const int kicked = 1 + int(generator() % 3);
             for (int m = 0; m < kicked && m < k; ++m) {
-                const int at = int(random() % unsigned(k));
-                int other = int(random() % unsigned(n));
+                const int at = int(generator() % unsigned(k));
+                int other = int(generator() % unsigned(n));
                 while (chosen[other])
                     other = (other + 1) % n;
                 remove(rows[at]);
