@@ -80,7 +80,7 @@ void XExactCore::run()
 {
     using Clock = XCoverSolver::Clock;
     const Clock::time_point started = Clock::now();
-    if (m_csvGrid.isEmpty() || m_csvGrid.size() < 2) {
+    if (m_csvGrid.size() < 2) {
         emit error(tr("The input table has no accessions."));
         return;
     }
