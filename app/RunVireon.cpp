@@ -9,6 +9,8 @@
 int runVireon(int& argc, char** argv, std::function<void(XMainWindow&)> const& started)
 {
     auto* app = new QApplication(argc, argv);
+    // Dialogs without a title of their own show this, not the file name.
+    QApplication::setApplicationDisplayName(QStringLiteral("Vireon"));
     initVireonResources();
     auto* window = new XMainWindow(nullptr);
     centerResize(*window, 0);

@@ -18,18 +18,18 @@ XFileDialog::Hook& saveHook()
 
 } // namespace
 
-QString XFileDialog::openFileName(QWidget* parent, QString const& filter)
+QString XFileDialog::openFileName(QWidget* parent, QString const& filter, QString const& title)
 {
     if (openHook())
         return openHook()(parent, filter);
-    return QFileDialog::getOpenFileName(parent, QString(), QString(), filter);
+    return QFileDialog::getOpenFileName(parent, title, QString(), filter);
 }
 
-QString XFileDialog::saveFileName(QWidget* parent, QString const& filter)
+QString XFileDialog::saveFileName(QWidget* parent, QString const& filter, QString const& title)
 {
     if (saveHook())
         return saveHook()(parent, filter);
-    return QFileDialog::getSaveFileName(parent, QString(), QString(), filter);
+    return QFileDialog::getSaveFileName(parent, title, QString(), filter);
 }
 
 void XFileDialog::setOpenHook(Hook hook)

@@ -14,8 +14,11 @@ class XFileDialog
 public:
     using Hook = std::function<QString(QWidget* parent, QString const& filter)>;
 
-    static QString openFileName(QWidget* parent, QString const& filter);
-    static QString saveFileName(QWidget* parent, QString const& filter);
+    // An empty title leaves the dialog's own ("Open", "Save As").
+    static QString openFileName(QWidget* parent, QString const& filter,
+                                QString const& title = QString());
+    static QString saveFileName(QWidget* parent, QString const& filter,
+                                QString const& title = QString());
 
     // An empty hook restores the real dialog.
     static void setOpenHook(Hook hook);

@@ -4,48 +4,148 @@
 #include "XResult.h"
 
 #include <QPainter>
+#include <QShowEvent>
 #include <QVector>
 
+#include <cmath>
 #include <memory>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_engine.h>
 #include <qwt_scale_map.h>
 #include <qwt_text.h>
 
+// The core sizes and their label texts, shared by the markers: whether a
+// label is drawn, and on which side of its line, depends on its neighbours.
+class XGraphWidget::SizeLabels
+{
+public:
+    QVector<double> sizes;
+    QVector<QString> texts;
+
+    // A label stands right of its line, or left of it where it would run
+    // past the canvas. The largest core's label is always drawn; the others,
+    // left to right, when they clear the last label drawn and that one.
+    // Rects are in canvas coordinates; null where not drawn. Every marker
+    // asks during one repaint, so the answer is kept until the scale, the
+    // canvas or the font changes.
+    QVector<QRectF> const& layout(QwtScaleMap const& map, QRectF const& canvas,
+                                  QFont const& font) const
+    {
+        const Key key{map.s1(), map.s2(), map.p1(), map.p2(), canvas, font};
+        if (m_key && *m_key == key)
+            return m_rects;
+        m_key = std::make_unique<Key>(key);
+        m_rects = QVector<QRectF>(sizes.size());
+        if (sizes.isEmpty())
+            return m_rects;
+        auto place = [&](int i) {
+            const QSizeF size = QwtText(texts.at(i)).textSize(font);
+            const double x = map.transform(sizes.at(i));
+            double left = x + spacing;
+            if (left + size.width() > canvas.right())
+                left = x - spacing - size.width();
+            left = qMax(left, canvas.left());
+            return QRectF(QPointF(left, canvas.bottom() - spacing - size.height()), size);
+        };
+        const int last = sizes.size() - 1;
+        m_rects[last] = place(last);
+        double lastRight = -1e9;
+        for (int i = 0; i < last; ++i) {
+            const QRectF rect = place(i);
+            if (rect.left() < lastRight + gap || rect.right() + gap > m_rects.at(last).left())
+                continue;
+            m_rects[i] = rect;
+            lastRight = rect.right();
+        }
+        return m_rects;
+    }
+
+    static constexpr double spacing = 2.0;
+    static constexpr double gap = 4.0;
+
+private:
+    struct Key
+    {
+        double s1, s2, p1, p2;
+        QRectF canvas;
+        QFont font;
+        bool operator==(Key const& other) const
+        {
+            return s1 == other.s1 && s2 == other.s2 && p1 == other.p1 && p2 == other.p2 &&
+                   canvas == other.canvas && font == other.font;
+        }
+    };
+    mutable std::unique_ptr<Key> m_key;
+    mutable QVector<QRectF> m_rects;
+};
+
 namespace {
 
-// A core-size line whose label steps aside when it would run into the label
-// of a smaller core: neighbouring cores often differ by one accession, and
-// their numbers would print on top of each other. The line is always drawn.
+// A core-size line with its label placed by the shared layout: neighbouring
+// cores often differ by one accession, and their numbers would print on top
+// of each other. The line is always drawn.
 class CoreSizeMarker : public QwtPlotMarker
 {
 public:
-    CoreSizeMarker(std::shared_ptr<QVector<double>> sizes, int index)
-        : m_sizes(std::move(sizes)), m_index(index)
+    CoreSizeMarker(std::shared_ptr<XGraphWidget::SizeLabels> labels, int index)
+        : m_labels(std::move(labels)), m_index(index)
     {
     }
 
 protected:
-    void drawLabel(QPainter* painter, QRectF const& canvasRect,
-                   QPointF const& position) const override
+    void drawLabel(QPainter* painter, QRectF const& canvasRect, QPointF const&) const override
     {
-        // Left to right, a label is drawn when it clears the last one drawn.
         const QwtScaleMap map = plot()->canvasMap(xAxis());
-        const double width = label().textSize(painter->font()).width() + 6;
-        double lastDrawn = -1e9;
-        for (int i = 0; i <= m_index; ++i) {
-            const double x = map.transform(m_sizes->at(i));
-            if (x - lastDrawn >= width) {
-                if (i == m_index)
-                    QwtPlotMarker::drawLabel(painter, canvasRect, position);
-                lastDrawn = x;
-            }
-        }
+        QVector<QRectF> const& rects = m_labels->layout(map, canvasRect, painter->font());
+        QRectF const& rect = rects.at(m_index);
+        if (rect.isNull())
+            return;
+        QwtText text = label();
+        text.draw(painter, rect);
     }
 
 private:
-    std::shared_ptr<QVector<double>> m_sizes;
+    std::shared_ptr<XGraphWidget::SizeLabels> m_labels;
     int m_index;
+};
+
+// Whole numbers only: a core holds whole accessions and counts whole
+// alleles, so steps below one, and ticks between whole numbers, mean nothing.
+class WholeNumberScaleEngine : public QwtLinearScaleEngine
+{
+public:
+    void autoScale(int maxNumSteps, double& x1, double& x2, double& stepSize) const override
+    {
+        QwtLinearScaleEngine::autoScale(maxNumSteps, x1, x2, stepSize);
+        stepSize = qMax(1.0, std::ceil(stepSize));
+        x1 = std::floor(x1 / stepSize) * stepSize;
+        x2 = std::ceil(x2 / stepSize) * stepSize;
+        if (x2 <= x1)
+            x2 = x1 + stepSize;
+    }
+
+    QwtScaleDiv divideScale(double x1, double x2, int maxMajorSteps, int maxMinorSteps,
+                            double stepSize = 0.0) const override
+    {
+        if (stepSize == 0.0) {
+            stepSize =
+                QwtScaleArithmetic::divideInterval(qAbs(x2 - x1), qMax(maxMajorSteps, 1), base());
+        }
+        stepSize = qMax(1.0, std::ceil(qAbs(stepSize)));
+        QwtScaleDiv div =
+            QwtLinearScaleEngine::divideScale(x1, x2, maxMajorSteps, maxMinorSteps, stepSize);
+        for (int type = QwtScaleDiv::MinorTick; type < QwtScaleDiv::NTickTypes; ++type) {
+            QList<double> ticks;
+            for (double tick : div.ticks(type)) {
+                if (tick == std::round(tick))
+                    ticks << tick;
+            }
+            div.setTicks(type, ticks);
+        }
+        return div;
+    }
 };
 
 QPen makePen(QBrush const& brush, qreal width, Qt::PenStyle style, Qt::PenCapStyle cap)
@@ -74,6 +174,29 @@ XGraphWidget::XGraphWidget(QWidget* parent)
     setAxisTitle(QwtPlot::xBottom, QStringLiteral("Size of the core (no. of accessions)"));
     setAxisTitle(QwtPlot::yLeft, QStringLiteral("Number of alleles/variants"));
     setCanvasBackground(QBrush(Qt::white));
+    setAxisScaleEngine(QwtPlot::xBottom, new WholeNumberScaleEngine);
+    setAxisScaleEngine(QwtPlot::yLeft, new WholeNumberScaleEngine);
+}
+
+QList<QRectF> XGraphWidget::coreSizeLabelRects() const
+{
+    QList<QRectF> found;
+    if (!m_sizeLabels)
+        return found;
+    const QRectF canvasRect(canvas()->contentsRect());
+    for (QRectF const& rect :
+         m_sizeLabels->layout(canvasMap(QwtPlot::xBottom), canvasRect, canvas()->font())) {
+        if (!rect.isNull())
+            found << rect;
+    }
+    return found;
+}
+
+void XGraphWidget::showEvent(QShowEvent* event)
+{
+    // Scales changed while the graph was hidden have not been laid out.
+    updateLayout();
+    QwtPlot::showEvent(event);
 }
 
 XGraphWidget::~XGraphWidget()
@@ -97,7 +220,8 @@ void XGraphWidget::setResult(XResult* result)
     deleteAll(m_percentMarkers);
     deleteAll(m_sizeMarkers);
 
-    auto x = std::make_shared<QVector<double>>();
+    m_sizeLabels = std::make_shared<SizeLabels>();
+    QVector<double>& x = m_sizeLabels->sizes;
     QVector<double> y;
     XCsv const* previous = nullptr;
     for (int v = 1; result && v <= 100; ++v) {
@@ -106,15 +230,16 @@ void XGraphWidget::setResult(XResult* result)
             continue;
         previous = table;
         const int size = table->rows() - 1;
-        auto* marker = new CoreSizeMarker(x, x->size());
+        auto* marker = new CoreSizeMarker(m_sizeLabels, x.size());
         marker->setLabel(QwtText(QString::number(size)));
+        m_sizeLabels->texts << QString::number(size);
         marker->setLabelAlignment(Qt::AlignRight | Qt::AlignBottom);
         marker->setLineStyle(QwtPlotMarker::VLine);
         marker->setLinePen(m_sizePen);
         marker->setXValue(size);
         marker->attach(this);
         m_sizeMarkers << marker;
-        *x << size;
+        x << size;
         y << result->count(v);
     }
 
@@ -122,14 +247,14 @@ void XGraphWidget::setResult(XResult* result)
     m_line->setStyle(QwtPlotCurve::Lines);
     m_line->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_line->setPen(m_linePen);
-    m_line->setSamples(*x, y);
+    m_line->setSamples(x, y);
     m_line->attach(this);
 
     m_points = new QwtPlotCurve;
     m_points->setStyle(QwtPlotCurve::Dots);
     m_points->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_points->setPen(m_pointPen);
-    m_points->setSamples(*x, y);
+    m_points->setSamples(x, y);
     m_points->attach(this);
 
     // An invisible point keeps the origin inside the autoscaled axes. Earlier
@@ -153,5 +278,9 @@ void XGraphWidget::setResult(XResult* result)
         marker->attach(this);
         m_percentMarkers << marker;
     }
+    // Label widths change with the new ranges: lay the axes out again now,
+    // since a hidden graph gets no layout request of its own.
+    updateAxes();
+    updateLayout();
     replot();
 }

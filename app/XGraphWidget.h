@@ -2,7 +2,10 @@
 
 #include <QList>
 #include <QPen>
+#include <QRectF>
 #include <qwt_plot.h>
+
+#include <memory>
 
 class QwtPlotCurve;
 class QwtPlotMarker;
@@ -19,10 +22,21 @@ public:
     explicit XGraphWidget(QWidget* parent = nullptr);
     ~XGraphWidget() override;
 
+    // Where the core-size labels stand for the canvas' present size, in
+    // canvas coordinates, left to right; labels that would overlap a
+    // neighbour are left out. The drawing uses exactly these places.
+    QList<QRectF> coreSizeLabelRects() const;
+
+    class SizeLabels;
+
 public slots:
     void setResult(XResult* result);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    std::shared_ptr<SizeLabels> m_sizeLabels;
     QPen m_linePen;
     QPen m_pointPen;
     QPen m_originPen;

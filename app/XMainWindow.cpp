@@ -1,6 +1,7 @@
 #include "XMainWindow.h"
 
 #include "CenterResize.h"
+#include "TextFile.h"
 #include "XCore.h"
 #include "XCsv.h"
 #include "XCsvTableWidget.h"
@@ -14,6 +15,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -44,6 +46,14 @@ QString aboutText()
         .arg(QString::fromLatin1(qVersion()));
 }
 
+// Some platform themes bind no keys to a standard action (SaveAs without a
+// desktop environment, say); the usual keys stand in for it there.
+QKeySequence standardOr(QKeySequence::StandardKey key, QKeySequence const& fallback)
+{
+    const QKeySequence standard(key);
+    return standard.isEmpty() ? fallback : standard;
+}
+
 } // namespace
 
 XMainWindow::XMainWindow(QWidget* parent)
@@ -68,7 +78,7 @@ XMainWindow::XMainWindow(QWidget* parent)
 
     m_newAction->setShortcut(QKeySequence::New);
     m_saveAction->setShortcut(QKeySequence::Save);
-    m_saveAsAction->setShortcut(QKeySequence::SaveAs);
+    m_saveAsAction->setShortcut(standardOr(QKeySequence::SaveAs, QKeySequence(tr("Ctrl+Shift+S"))));
     m_quitAction->setShortcut(QKeySequence::Quit);
 
     connect(m_newAction, &QAction::triggered, this, &XMainWindow::wizard);
@@ -80,14 +90,14 @@ XMainWindow::XMainWindow(QWidget* parent)
     connect(m_aboutAction, &QAction::triggered, m_about.get(), &QMessageBox::exec);
     connect(m_aboutQtAction, &QAction::triggered, qApp, &QApplication::aboutQt);
 
-    QMenu* file = menuBar->addMenu(tr("File"));
+    QMenu* file = menuBar->addMenu(tr("&File"));
     file->addAction(m_newAction);
     file->addAction(m_saveAction);
     file->addAction(m_saveAsAction);
     file->addAction(m_importAction);
     file->addAction(m_exportAction);
     file->addAction(m_quitAction);
-    QMenu* help = menuBar->addMenu(tr("Help"));
+    QMenu* help = menuBar->addMenu(tr("&Help"));
     help->addAction(m_aboutAction);
     help->addAction(m_aboutQtAction);
     setMenuBar(menuBar);
@@ -104,6 +114,17 @@ XMainWindow::XMainWindow(QWidget* parent)
     m_graph = new XGraphWidget(this);
     m_inputView = new XCsvTableWidget(true, this);
     m_sourceView = new XCsvTableWidget(true, this);
+
+    m_tabs->setObjectName(QStringLiteral("tabs"));
+    m_newButton->setObjectName(QStringLiteral("newButton"));
+    m_importButton->setObjectName(QStringLiteral("importButton"));
+    m_sampleButton->setObjectName(QStringLiteral("sampleButton"));
+    m_slider->setObjectName(QStringLiteral("slider"));
+    m_sliderValue->setObjectName(QStringLiteral("sliderValue"));
+    m_coreView->setObjectName(QStringLiteral("coreView"));
+    m_graph->setObjectName(QStringLiteral("graph"));
+    m_inputView->setObjectName(QStringLiteral("inputView"));
+    m_sourceView->setObjectName(QStringLiteral("sourceView"));
 
     // Tracking off: a drag shows its number live but picks the core on release.
     m_slider->setRange(1, 100);
@@ -131,7 +152,7 @@ XMainWindow::XMainWindow(QWidget* parent)
     setStatusBar(new QStatusBar(this));
 
     setWindowIcon(QIcon(QStringLiteral(":/img/dna")));
-    setWindowTitle(QStringLiteral("Vireon"));
+    setWindowTitle(m_file.windowTitle());
 }
 
 XMainWindow::~XMainWindow()
@@ -285,6 +306,8 @@ void XMainWindow::csvParseSucceeded(XResult* result)
     clearWorkspace(new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr));
     m_pendingCsv = nullptr;
     m_pendingSrc = nullptr;
+    m_file.made();
+    setWindowTitle(m_file.windowTitle());
 }
 
 void XMainWindow::csvParseFailed(QString error)
@@ -339,8 +362,8 @@ void XMainWindow::exportWorkspace()
 {
     if (!m_workspace)
         return;
-    const QString name =
-        XFileDialog::saveFileName(this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")));
+    const QString name = XFileDialog::saveFileName(
+        this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Export Workspace"));
     if (name.isEmpty())
         return;
     // Written beside the target and renamed over it, so a failed write
@@ -354,15 +377,29 @@ void XMainWindow::exportWorkspace()
         written = out.status() == QTextStream::Ok && file.commit();
     }
     reportWrite(written, tr("Workspace exported to %1"), name);
+    if (written) {
+        m_file.exported(name);
+        setWindowTitle(m_file.windowTitle());
+    }
 }
 
 void XMainWindow::importWorkspace()
 {
-    const QString name =
-        XFileDialog::openFileName(this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")));
+    const QString name = XFileDialog::openFileName(
+        this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Import Workspace"));
     if (name.isEmpty())
         return;
-    auto* workspace = new XWorkspace(name, nullptr);
+    // The file's content, never the name-or-text rule: a long path is a path.
+    QString text, problem;
+    if (!TextFile::read(name, &text, &problem)) {
+        QMessageBox::critical(this, tr("Error"),
+                              tr("The file %1 cannot be imported: %2. The analysis shown stays "
+                                 "as it is.")
+                                  .arg(name, problem));
+        return;
+    }
+    auto* workspace = new XWorkspace(nullptr, nullptr, nullptr, nullptr);
+    workspace->fromString(text);
     if (!workspace->isComplete()) {
         delete workspace;
         QMessageBox::critical(this, tr("Error"),
@@ -372,4 +409,29 @@ void XMainWindow::importWorkspace()
         return;
     }
     clearWorkspace(workspace);
+    m_file.imported(name);
+    setWindowTitle(m_file.windowTitle());
+    statusBar()->showMessage(tr("Imported %1").arg(name), statusTimeoutMs);
+}
+
+void XMainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_workspace && m_file.isUnexported()) {
+        switch (XAnalysisFile::askBeforeQuit(this)) {
+        case XAnalysisFile::ExportFirst:
+            exportWorkspace();
+            // A cancelled or failed export keeps the window open.
+            if (m_file.isUnexported()) {
+                event->ignore();
+                return;
+            }
+            break;
+        case XAnalysisFile::Discard:
+            break;
+        case XAnalysisFile::StayOpen:
+            event->ignore();
+            return;
+        }
+    }
+    QMainWindow::closeEvent(event);
 }

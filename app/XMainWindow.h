@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XAnalysisFile.h"
+
 #include <QMainWindow>
 
 #include <memory>
@@ -50,6 +52,10 @@ public slots:
     void exportWorkspace();
     void update(int value);
 
+protected:
+    // Asks before an analysis that was never exported is lost.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     QWidget* buildStartPage();
     QWidget* buildCorePage();
@@ -79,4 +85,5 @@ private:
     XCsv* m_pendingCsv = nullptr;
     XCsv* m_pendingSrc = nullptr;
     XWorkspace* m_workspace = nullptr;
+    XAnalysisFile m_file;
 };

@@ -9,6 +9,9 @@ XSample::XSample(QWidget* parent)
     : QDialog(parent), m_csvPicture(new QLabel(this)), m_excelPicture(new QLabel(this)),
       m_close(new QPushButton(tr("Close"), this))
 {
+    m_csvPicture->setObjectName(QStringLiteral("csvPicture"));
+    m_excelPicture->setObjectName(QStringLiteral("excelPicture"));
+    m_close->setObjectName(QStringLiteral("close"));
     connect(m_close, &QPushButton::clicked, this, &QDialog::close);
     // A missing picture leaves its label empty.
     m_csvPicture->setPixmap(QPixmap(QStringLiteral(":/img/csv_example")));

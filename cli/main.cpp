@@ -1,6 +1,7 @@
 // vireon-cli: selects the core collections of one table from the command
 // line, prints a summary or the result, and writes the workspace or a core.
 #include "StrictInt.h"
+#include "TextFile.h"
 #include "XCore.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
@@ -48,6 +49,27 @@ bool writeText(QString const& fileName, QString const& text)
     stream << text;
     stream.flush();
     return file.commit();
+}
+
+// Reads a table the user named; says why not on stderr. Only regular files
+// are read, so a FIFO or a device never blocks the run.
+bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
+{
+    QTextStream err(stderr);
+    const QString problem =
+        XSpreadsheet::isKnownSuffix(fileName) ? TextFile::problem(fileName) : QString();
+    QString message;
+    if (problem.isEmpty())
+        table.reset(XSpreadsheet::read(fileName, &message));
+    if (!table) {
+        err << fileName << ": " << (problem.isEmpty() ? message : problem) << '\n';
+        return false;
+    }
+    if (table->rows() > 1 && table->columns() < 2) {
+        err << fileName << ": " << XSpreadsheet::noAlleleColumnsMessage() << '\n';
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -124,20 +146,12 @@ int main(int argc, char** argv)
         return usageError(QStringLiteral("--budget needs a whole number of seconds, 0 or more."));
 
     QTextStream err(stderr);
-    QString message;
-    std::unique_ptr<XCsv> input(XSpreadsheet::read(inputs.first(), &message));
-    if (!input) {
-        err << inputs.first() << ": " << message << '\n';
+    std::unique_ptr<XCsv> input;
+    if (!readTable(inputs.first(), input))
         return UsageError;
-    }
     std::unique_ptr<XCsv> source;
-    if (parser.isSet(start)) {
-        source.reset(XSpreadsheet::read(parser.value(start), &message));
-        if (!source) {
-            err << parser.value(start) << ": " << message << '\n';
-            return UsageError;
-        }
-    }
+    if (parser.isSet(start) && !readTable(parser.value(start), source))
+        return UsageError;
     if (mode == QLatin1String("exact")) {
         XExactCommand::Options exact;
         exact.budget = budgetValue;

@@ -25,6 +25,13 @@ XCsv::XCsv(QString const& source, QObject* parent) : XFile(parent)
         fromString(text);
 }
 
+XCsv* XCsv::fromText(QString text)
+{
+    auto* table = new XCsv(Grid());
+    table->fromString(text);
+    return table;
+}
+
 XCsv::~XCsv() = default;
 
 bool XCsv::isRectangular() const
@@ -120,23 +127,29 @@ QString XCsv::toString() const
 void XCsv::fromString(QString& text)
 {
     m_columns = 0;
+    m_leftOut.clear();
     TextLines lines(text);
     QStringRef line;
+    int number = 0;
     while (lines.next(line)) {
-        const QVector<QStringRef> fields = line.trimmed().split(QLatin1Char(','));
+        ++number;
+        const QStringRef trimmed = line.trimmed();
+        const QVector<QStringRef> fields = trimmed.split(QLatin1Char(','));
         if (m_columns == 0) {
             if (fields.size() > 1)
                 m_columns = fields.size();
         } else if (fields.size() != m_columns) {
+            if (!trimmed.isEmpty())
+                m_leftOut << number;
             continue;
         }
         Row row;
         row.reserve(fields.size());
         for (QStringRef const& field : fields) {
             bool ok = false;
-            const int number = strictToInt(field, &ok);
+            const int integer = strictToInt(field, &ok);
             if (ok) {
-                row << QVariant(number);
+                row << QVariant(integer);
                 continue;
             }
             QStringRef value = field.trimmed();

@@ -23,6 +23,9 @@ public:
     explicit XCsv(Grid const& data, QObject* parent = nullptr);
     // A file name or comma-separated text (see readTextSource).
     explicit XCsv(QString const& source, QObject* parent = nullptr);
+    // A table read from comma-separated text that is never taken for a file
+    // name, however short: the content of a file the user chose.
+    static XCsv* fromText(QString text);
     ~XCsv() override;
 
     QVariant const& at(int const& row, int const& column) const
@@ -35,6 +38,9 @@ public:
     int columns() const { return m_columns; }
     // Whether every row holds exactly columns() cells.
     bool isRectangular() const;
+    // Line numbers (from 1) of the non-blank lines that reading text left out
+    // because their number of fields differs from the header row's.
+    QList<int> const& leftOutLines() const { return m_leftOut; }
 
     bool addRow(int const& index, QString const& label, QVariant const& fill);
     bool removeRow(int const& index);
@@ -49,4 +55,5 @@ public:
 private:
     Grid m_data;
     int m_columns = 0;
+    QList<int> m_leftOut;
 };

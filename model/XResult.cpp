@@ -101,8 +101,15 @@ void XResult::fromString(QString& text)
         const QVector<QStringRef> parts = line.split(QLatin1Char(','));
         QList<int> rows;
         rows.reserve(parts.size() - 1);
-        for (int p = 0; p + 1 < parts.size(); ++p)
-            rows << strictToInt(parts.at(p));
-        m_entries << Entry(strictToInt(parts.last()), rows);
+        bool ok = true;
+        for (int p = 0; p + 1 < parts.size(); ++p) {
+            rows << strictToInt(parts.at(p), &ok);
+            if (!ok)
+                m_wellFormed = false;
+        }
+        const int count = strictToInt(parts.last(), &ok);
+        if (!ok || count < 0)
+            m_wellFormed = false;
+        m_entries << Entry(count, rows);
     }
 }

@@ -41,6 +41,11 @@ public:
     QList<int> const& lowerBounds() const { return m_lowerBounds; }
     void setLowerBounds(QList<int> const& bounds) { m_lowerBounds = bounds; }
 
+    // False once the text form held a part that is not a whole number or a
+    // negative allele count: no search writes such a line, so the text is
+    // damaged. (A row may stand twice in one core: swaps can bring it back.)
+    bool isWellFormed() const { return m_wellFormed; }
+
     QString toString() const override;
     // Appends the entries read from the text form.
     void fromString(QString& text) override;
@@ -51,4 +56,5 @@ private:
     Entries m_entries;
     QMap<int, XCsv*> m_cache;
     QList<int> m_lowerBounds;
+    bool m_wellFormed = true;
 };

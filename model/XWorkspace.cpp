@@ -32,6 +32,17 @@ bool readSection(TextLines& lines, QString& buffer)
     return false;
 }
 
+// Whether only blank lines are left: a file may end with a few.
+bool onlyBlankLinesLeft(TextLines lines)
+{
+    QStringRef line;
+    while (lines.next(line)) {
+        if (!line.trimmed().isEmpty())
+            return false;
+    }
+    return true;
+}
+
 // A table the views can show: a label column, at least one allele column,
 // and every row as wide as the header row.
 bool isWhole(XCsv const& table)
@@ -99,9 +110,12 @@ bool XWorkspace::isComplete() const
         return false;
     if (m_src && (!isWhole(*m_src) || m_src->at(0) != m_csv->at(0)))
         return false;
-    if (m_result->entries().size() != 100)
+    if (m_cutOff || !m_result->isWellFormed() || m_result->entries().size() != 100)
         return false;
     for (XResult::Entry const& entry : m_result->entries()) {
+        // A core of k rows is drawn from k distinct rows of the table.
+        if (entry.second.size() >= m_csv->rows())
+            return false;
         for (int row : entry.second) {
             if (row < 1 || row >= m_csv->rows())
                 return false;
@@ -135,6 +149,11 @@ void XWorkspace::fromString(QString& text)
     // one merges its settings and replaces the objects. A section cut off by
     // the end of the text ends the reading: nothing is made of it.
     while (!lines.atEnd()) {
+        if (onlyBlankLinesLeft(lines))
+            return;
+        // Whatever follows must form another whole workspace; a damaged tail
+        // makes the whole text suspect.
+        m_cutOff = true;
         bool closed = false;
         while (lines.next(line)) {
             if (line == sectionEnd) {
@@ -174,5 +193,6 @@ void XWorkspace::fromString(QString& text)
                 bounds << strictToInt(part);
             m_result->setLowerBounds(bounds);
         }
+        m_cutOff = false;
     }
 }

@@ -36,7 +36,8 @@ public:
     // Whether this holds a whole analysis that can be shown: an input table
     // with a header row and at least one data row, every row as wide as the
     // header; a starting collection exactly when hasSource(), with the same
-    // header row; and a result of 100 entries naming only data rows.
+    // header row; a result of 100 well-formed entries naming only data rows;
+    // and nothing but blank lines after the last whole workspace in the text.
     bool isComplete() const;
 
     QString toString() const override;
@@ -48,4 +49,5 @@ private:
     XResult* m_result = nullptr;
     QString m_savePath;
     QMap<QString, QVariant> m_settings;
+    bool m_cutOff = false;
 };

@@ -14,8 +14,10 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QFile>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTimer>
@@ -39,6 +41,24 @@ void save(QWidget* widget, QString const& name)
     std::printf("%s\n", qPrintable(path));
 }
 
+QStringList readLines(QString const& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void writeLines(QString const& path, QStringList const& lines)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write((lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8()) < 0) {
+        std::fprintf(stderr, "could not write %s\n", qPrintable(path));
+        ++failures;
+    }
+}
+
 QPushButton* buttonNamed(QWidget* parent, QString const& text)
 {
     for (QPushButton* button : parent->findChildren<QPushButton*>()) {
@@ -53,6 +73,7 @@ QPushButton* buttonNamed(QWidget* parent, QString const& text)
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("Vireon"));
     if (argc != 2) {
         std::fprintf(stderr, "usage: screenshots OUTPUT_DIR\n");
         return 2;
@@ -127,5 +148,75 @@ int main(int argc, char* argv[])
         find->click();
     save(&editor, QStringLiteral("editor"));
     editor.close();
+
+    // Quitting with an analysis never exported: the question, then Cancel.
+    whenModalOpens([](QWidget* modal) {
+        save(modal, QStringLiteral("quit-question"));
+        if (QPushButton* cancel = buttonNamed(modal, QStringLiteral("Cancel")))
+            cancel->click();
+        else
+            modal->close();
+    });
+    window.close();
+
+    // Exported and imported again: the status line and the title say so.
+    const QString workspaceFile = QDir(outputDir).filePath(QStringLiteral("microbov.ccw"));
+    XFileDialog::setSaveHook([workspaceFile](QWidget*, QString const&) { return workspaceFile; });
+    XFileDialog::setOpenHook([workspaceFile](QWidget*, QString const&) { return workspaceFile; });
+    window.exportWorkspace();
+    window.importWorkspace();
+    QFile::remove(workspaceFile);
+    save(&window, QStringLiteral("imported"));
+
+    // Problems the wizard finds before Finish: a line with a quoted comma
+    // left out, and a starting collection whose header has a typo.
+    const QString input = QDir(outputDir).filePath(QStringLiteral("input.csv"));
+    const QString start = QDir(outputDir).filePath(QStringLiteral("start.csv"));
+    {
+        QStringList lines = readLines(examples + QStringLiteral("/microbov.csv"));
+        for (int line : {5, 17})
+            lines[line - 1].replace(QRegularExpression(QStringLiteral("^[^,]*")),
+                                    QStringLiteral("\"Smith, J\""));
+        writeLines(input, lines);
+        lines = readLines(examples + QStringLiteral("/microbov_start.csv"));
+        lines[0].replace(QStringLiteral("Name,INRA63,INRA63,"),
+                         QStringLiteral("Name,INRA63,INRA63X,"));
+        writeLines(start, lines);
+    }
+    whenModalOpens([&](QWidget* modal) {
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        wizard->resize(720, 560);
+        wizard->next();
+        QWidget* page = wizard->currentPage();
+        XFileDialog::setOpenHook([input](QWidget*, QString const&) { return input; });
+        page->findChild<QPushButton*>(QStringLiteral("inputBrowse"))->click();
+        page->findChild<QCheckBox*>(QStringLiteral("startCheck"))->setChecked(true);
+        XFileDialog::setOpenHook([start](QWidget*, QString const&) { return start; });
+        page->findChild<QPushButton*>(QStringLiteral("startBrowse"))->click();
+        save(wizard, QStringLiteral("wizard-checks"));
+        whenModalOpens([](QWidget* question) {
+            save(question, QStringLiteral("wizard-discard"));
+            if (QPushButton* discard = buttonNamed(question, QStringLiteral("Discard")))
+                discard->click();
+            else
+                question->close();
+        });
+        wizard->reject();
+    });
+    window.wizard();
+    QFile::remove(input);
+    QFile::remove(start);
+
+    // A small table: whole-number ticks, and the largest core's label
+    // inside the canvas at the right end of the axis.
+    {
+        QStringList lines = readLines(examples + QStringLiteral("/microbov.csv")).mid(0, 13);
+        writeLines(input, lines);
+    }
+    window.parseCsv(new XCsv(input), nullptr, 10, 42);
+    QFile::remove(input);
+    tabs->setCurrentIndex(XMainWindow::GraphTab);
+    window.resize(800, 560);
+    save(&window, QStringLiteral("graph-small"));
     return failures == 0 ? 0 : 1;
 }

@@ -1,5 +1,6 @@
 #include "XSpreadsheet.h"
 
+#include "TextFile.h"
 #include "XCsv.h"
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
@@ -32,19 +33,42 @@ QString XSpreadsheet::wrongSuffixMessage()
                                        "The file you selected is not a .csv or a .xls file.");
 }
 
+bool XSpreadsheet::isKnownSuffix(QString const& fileName)
+{
+    return fileName.endsWith(xlsSuffix) || fileName.endsWith(csvSuffix);
+}
+
+QString XSpreadsheet::noAlleleColumnsMessage()
+{
+    return QCoreApplication::translate(
+        "XSpreadsheet", "The table has no allele columns: is it separated by semicolons or tabs?");
+}
+
 QString XSpreadsheet::parseErrorMessage(int row, int column)
 {
     return XWorkbookReader::parseErrorMessage(row, column);
 }
 
-XCsv* XSpreadsheet::read(QString const& fileName, QString* error)
+XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes)
 {
-    if (fileName.endsWith(xlsSuffix))
+    const bool xls = fileName.endsWith(xlsSuffix);
+    if (!isKnownSuffix(fileName)) {
+        if (error)
+            *error = wrongSuffixMessage();
+        return nullptr;
+    }
+    QString problem = TextFile::problem(fileName);
+    if (problem.isEmpty() && xls)
         return XWorkbookReader::read(fileName, error);
-    if (fileName.endsWith(csvSuffix))
-        return new XCsv(fileName, nullptr);
+    QString text;
+    TextFile::Encoding encoding = TextFile::Encoding::Utf8;
+    if (problem.isEmpty() && TextFile::read(fileName, &text, &problem, &encoding)) {
+        if (notes && encoding == TextFile::Encoding::Windows1252)
+            *notes << TextFile::windows1252Note();
+        return XCsv::fromText(text);
+    }
     if (error)
-        *error = wrongSuffixMessage();
+        *error = QStringLiteral("%1: %2").arg(fileName, problem);
     return nullptr;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class XCsv;
 
@@ -11,13 +12,20 @@ class XSpreadsheet
 {
 public:
     // A new table owned by the caller, or null with *error set to the
-    // message to show the user.
-    static XCsv* read(QString const& fileName, QString* error);
+    // message to show the user. Only a regular file within the size limit is
+    // read. *notes, when given, receives what the user should know about a
+    // table that was read (an encoding other than UTF-8).
+    static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr);
     // A name ending in ".xls" becomes a workbook, any other comma-separated
     // text. The file is replaced atomically; returns whether it was written.
     static bool write(XCsv const& table, QString const& fileName);
 
+    // Whether the name ends in a suffix that read() knows.
+    static bool isKnownSuffix(QString const& fileName);
     static QString wrongSuffixMessage();
+    // A table read as a single column: most often text separated by
+    // something other than commas.
+    static QString noAlleleColumnsMessage();
     // "Error while parsing the .xls file: cell at row r and column c ..."
     // for the zero-based position of the first cell that is neither text
     // nor a whole number.

@@ -4,10 +4,29 @@
 #include "XCsv.h"
 
 #include <QBrush>
+#include <QSet>
 
 namespace {
 const QString kMissing = QStringLiteral("*");
+
+// "Row 4", "Column 7": numbered from the new count of rows or columns and
+// skipped past names already taken. Two columns of the same name would be
+// read as the two allele columns of one marker.
+QString uniqueName(XCsv const& csv, bool rows, QString const& stem)
+{
+    QSet<QString> taken;
+    const int count = rows ? csv.rows() : csv.columns();
+    for (int i = 1; i < count; ++i) {
+        const QVariant cell = rows ? csv.at(i).value(0) : csv.at(0).value(i);
+        taken.insert(cell.toString());
+    }
+    for (int n = count;; ++n) {
+        const QString name = stem + QLatin1Char(' ') + QString::number(n);
+        if (!taken.contains(name))
+            return name;
+    }
 }
+} // namespace
 
 XCsvTableModel::XCsvTableModel(XCsv* csv, bool const& readOnly, QObject* parent)
     : QAbstractTableModel(parent), m_csv(csv), m_readOnly(readOnly)
@@ -149,11 +168,11 @@ bool XCsvTableModel::insertLine(Axis axis, int position, int count, QModelIndex 
     bool done;
     if (rows) {
         beginInsertRows(QModelIndex(), index, index);
-        done = m_csv->addRow(position, tr("Row"), kMissing);
+        done = m_csv->addRow(position, uniqueName(*m_csv, true, tr("Row")), kMissing);
         endInsertRows();
     } else {
         beginInsertColumns(QModelIndex(), index, index);
-        done = m_csv->addColumn(position, tr("Column"), kMissing);
+        done = m_csv->addColumn(position, uniqueName(*m_csv, false, tr("Column")), kMissing);
         endInsertColumns();
     }
     if (!done)

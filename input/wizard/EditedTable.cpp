@@ -1,6 +1,7 @@
 #include "EditedTable.h"
 
 #include "CenterResize.h"
+#include "TableChecks.h"
 #include "XCsv.h"
 #include "XCsvEditor.h"
 #include "XCsvTableModel.h"
@@ -61,18 +62,23 @@ void EditedTable::edit()
     m_model->check();
 }
 
-void EditedTable::showStatus(QLabel* label, QPushButton* editButton, bool hasErrors)
+void EditedTable::showStatus(QLabel* label, QPushButton* editButton, bool hasErrors,
+                             QString const& problem)
 {
     QPalette palette;
     QString text;
-    if (hasErrors) {
-        palette.setBrush(QPalette::WindowText, QBrush(Qt::red, Qt::SolidPattern));
+    if (!problem.isEmpty() || hasErrors)
+        palette.setBrush(QPalette::WindowText,
+                         QBrush(TableChecks::problemColor(), Qt::SolidPattern));
+    if (!problem.isEmpty()) {
+        text = problem;
+    } else if (hasErrors) {
         text = QCoreApplication::translate(
             "XCsvSelectionPage",
-            "There are errors in the csv file. Click on the Edit button to fix them.");
+            "There are errors in the table. Click on the Edit button to fix them.");
     } else {
         text = QCoreApplication::translate(
-            "XCsvSelectionPage", "Click on the Edit button to make changes to the csv file.");
+            "XCsvSelectionPage", "Click on the Edit button to make changes to the table.");
     }
     label->setPalette(palette);
     label->setText(text);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class QLabel;
 class QPushButton;
 class XCsv;
@@ -31,9 +33,10 @@ public:
     // Opens the table editor on the table (in place, 60 % of the screen),
     // then checks the whole table again. Does nothing without a table.
     void edit();
-    // Red "there are errors" text, or the plain invitation to edit; shows
-    // the label and the Edit button.
-    static void showStatus(QLabel* label, QPushButton* editButton, bool hasErrors);
+    // The problem in red when there is one, else the red "there are errors"
+    // text, or the plain invitation to edit; shows the label and the Edit button.
+    static void showStatus(QLabel* label, QPushButton* editButton, bool hasErrors,
+                           QString const& problem = QString());
 
 private:
     XCsv* m_table = nullptr;

@@ -1,42 +1,65 @@
 #include "XCsvSelectionPage.h"
 
+#include "TableChecks.h"
+#include "WizardFocus.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
 #include "XSpreadsheet.h"
+#include "XWizard.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPalette>
 #include <QPushButton>
 
 XCsvSelectionPage::XCsvSelectionPage(QWidget* parent)
     : QWizardPage(parent), m_csvFile(new QLineEdit(this)),
       m_csvBrowse(new QPushButton(tr("Browse..."), this)), m_csvStatus(new QLabel(this)),
-      m_csvEdit(new QPushButton(tr("Edit"), this)),
+      m_csvEdit(new QPushButton(tr("Edit"), this)), m_csvNote(new QLabel(this)),
       m_srcCheckbox(new QCheckBox(tr("Start from an existing core collection"), this)),
       m_srcFile(new QLineEdit(this)), m_srcBrowse(new QPushButton(tr("Browse..."), this)),
-      m_srcStatus(new QLabel(this)), m_srcEdit(new QPushButton(tr("Edit"), this))
+      m_srcStatus(new QLabel(this)), m_srcEdit(new QPushButton(tr("Edit"), this)),
+      m_srcNote(new QLabel(this))
 {
     setTitle(tr("Select file"));
     setSubTitle(tr("Preview and edit the input spreadsheet"));
     m_csvFile->setReadOnly(true);
     m_srcFile->setReadOnly(true);
-    m_csvStatus->setWordWrap(true);
-    m_srcStatus->setWordWrap(true);
+    QPalette warning;
+    warning.setBrush(QPalette::WindowText, QBrush(TableChecks::warningColor()));
+    for (QLabel* label : {m_csvStatus, m_srcStatus, m_csvNote, m_srcNote})
+        label->setWordWrap(true);
+    for (QLabel* note : {m_csvNote, m_srcNote})
+        note->setPalette(warning);
+
+    m_csvFile->setObjectName(QStringLiteral("inputFile"));
+    m_csvBrowse->setObjectName(QStringLiteral("inputBrowse"));
+    m_csvStatus->setObjectName(QStringLiteral("inputStatus"));
+    m_csvEdit->setObjectName(QStringLiteral("inputEdit"));
+    m_csvNote->setObjectName(QStringLiteral("inputNote"));
+    m_srcCheckbox->setObjectName(QStringLiteral("startCheck"));
+    m_srcFile->setObjectName(QStringLiteral("startFile"));
+    m_srcBrowse->setObjectName(QStringLiteral("startBrowse"));
+    m_srcStatus->setObjectName(QStringLiteral("startStatus"));
+    m_srcEdit->setObjectName(QStringLiteral("startEdit"));
+    m_srcNote->setObjectName(QStringLiteral("startNote"));
 
     auto* layout = new QGridLayout(this);
     layout->addWidget(m_csvFile, 0, 0);
     layout->addWidget(m_csvBrowse, 0, 1);
     layout->addWidget(m_csvStatus, 1, 0);
     layout->addWidget(m_csvEdit, 1, 1);
-    layout->addWidget(m_srcCheckbox, 2, 0, 1, 2);
-    layout->addWidget(m_srcFile, 3, 0);
-    layout->addWidget(m_srcBrowse, 3, 1);
-    layout->addWidget(m_srcStatus, 4, 0);
-    layout->addWidget(m_srcEdit, 4, 1);
-    layout->setRowStretch(5, 1);
+    layout->addWidget(m_csvNote, 2, 0, 1, 2);
+    layout->addWidget(m_srcCheckbox, 3, 0, 1, 2);
+    layout->addWidget(m_srcFile, 4, 0);
+    layout->addWidget(m_srcBrowse, 4, 1);
+    layout->addWidget(m_srcStatus, 5, 0);
+    layout->addWidget(m_srcEdit, 5, 1);
+    layout->addWidget(m_srcNote, 6, 0, 1, 2);
+    layout->setRowStretch(7, 1);
 
     connect(m_csvBrowse, &QPushButton::clicked, this, &XCsvSelectionPage::csvBrowseButtonClicked);
     connect(m_csvEdit, &QPushButton::clicked, this, &XCsvSelectionPage::csvEditButtonClicked);
@@ -46,6 +69,11 @@ XCsvSelectionPage::XCsvSelectionPage(QWidget* parent)
 }
 
 XCsvSelectionPage::~XCsvSelectionPage() = default;
+
+int XCsvSelectionPage::nextId() const
+{
+    return XWizard::SettingsPage;
+}
 
 XCsv* XCsvSelectionPage::takeCsv()
 {
@@ -65,45 +93,49 @@ void XCsvSelectionPage::initializePage()
     m_srcCheckbox->setChecked(false);
     m_csvStatus->hide();
     m_csvEdit->hide();
+    m_csvNote->hide();
+    m_csvProblem.clear();
     m_srcCheckbox->hide();
     switchSrcSection(false);
 }
 
 bool XCsvSelectionPage::isComplete() const
 {
-    if (!m_csv.isReady())
+    if (!m_csv.isReady() || !m_csvProblem.isEmpty())
         return false;
-    return !m_srcCheckbox->isChecked() || m_src.isReady();
+    return !m_srcCheckbox->isChecked() || (m_src.isReady() && m_srcProblem.isEmpty());
 }
 
-XCsv* XCsvSelectionPage::parseFile(QString const& fileName) const
+XCsv* XCsvSelectionPage::parseFile(QString const& fileName, QStringList* notes) const
 {
     QString error;
-    XCsv* table = XSpreadsheet::read(fileName, &error);
+    XCsv* table = XSpreadsheet::read(fileName, &error, notes);
     if (!table)
         QMessageBox::critical(nullptr, tr("Error"), error);
     return table;
 }
 
-XCsv* XCsvSelectionPage::browse(QString& fileName)
+XCsv* XCsvSelectionPage::browse(QString& fileName, QStringList* notes)
 {
     fileName =
         XFileDialog::openFileName(this, tr("Spreadsheets %1").arg(QStringLiteral("(*.csv *.xls)")))
             .trimmed();
-    return fileName.isEmpty() ? nullptr : parseFile(fileName);
+    return fileName.isEmpty() ? nullptr : parseFile(fileName, notes);
 }
 
 void XCsvSelectionPage::csvBrowseButtonClicked()
 {
     QString fileName;
-    XCsv* table = browse(fileName);
+    QStringList notes;
+    XCsv* table = browse(fileName, &notes);
     if (!table)
         return;
+    m_csvReadNotes = notes;
     m_csv.reset(table);
     m_csvFile->setText(fileName);
     m_srcCheckbox->show();
     m_srcCheckbox->setChecked(false);
-    switchState(m_csvStatus, m_csvEdit, m_csv.hasErrors());
+    refresh();
 }
 
 void XCsvSelectionPage::csvEditButtonClicked()
@@ -111,7 +143,8 @@ void XCsvSelectionPage::csvEditButtonClicked()
     if (!m_csv.table())
         return;
     m_csv.edit();
-    switchState(m_csvStatus, m_csvEdit, m_csv.hasErrors());
+    refresh();
+    focusForward(wizard());
 }
 
 void XCsvSelectionPage::srcCheckboxToggled(bool checked)
@@ -123,12 +156,14 @@ void XCsvSelectionPage::srcCheckboxToggled(bool checked)
 void XCsvSelectionPage::srcBrowseButtonClicked()
 {
     QString fileName;
-    XCsv* table = browse(fileName);
+    QStringList notes;
+    XCsv* table = browse(fileName, &notes);
     if (!table)
         return;
+    m_srcReadNotes = notes;
     m_src.reset(table);
     m_srcFile->setText(fileName);
-    switchState(m_srcStatus, m_srcEdit, m_src.hasErrors());
+    refresh();
 }
 
 void XCsvSelectionPage::srcEditButtonClicked()
@@ -136,12 +171,28 @@ void XCsvSelectionPage::srcEditButtonClicked()
     if (!m_src.table())
         return;
     m_src.edit();
-    switchState(m_srcStatus, m_srcEdit, m_src.hasErrors());
+    refresh();
+    focusForward(wizard());
 }
 
-void XCsvSelectionPage::switchState(QLabel* label, QPushButton* editButton, bool const& hasErrors)
+void XCsvSelectionPage::refresh()
 {
-    EditedTable::showStatus(label, editButton, hasErrors);
+    m_csvProblem.clear();
+    m_srcProblem.clear();
+    if (XCsv const* csv = m_csv.table()) {
+        m_csvProblem = TableChecks::accessionProblem(*csv, m_csvFile->text());
+        EditedTable::showStatus(m_csvStatus, m_csvEdit, m_csv.hasErrors(), m_csvProblem);
+        m_csvNote->setText(TableChecks::notes(m_csvReadNotes, csv->leftOutLines()));
+        m_csvNote->setVisible(!m_csvNote->text().isEmpty());
+    }
+    if (XCsv const* src = m_src.table()) {
+        m_srcProblem = TableChecks::accessionProblem(*src, m_srcFile->text());
+        if (m_srcProblem.isEmpty() && m_csv.table())
+            m_srcProblem = TableChecks::headerProblem(*m_csv.table(), *src);
+        EditedTable::showStatus(m_srcStatus, m_srcEdit, m_src.hasErrors(), m_srcProblem);
+        m_srcNote->setText(TableChecks::notes(m_srcReadNotes, src->leftOutLines()));
+        m_srcNote->setVisible(!m_srcNote->text().isEmpty());
+    }
     emit completeChanged();
 }
 
@@ -149,8 +200,10 @@ void XCsvSelectionPage::switchSrcSection(bool const& on)
 {
     m_src.drop();
     m_srcFile->clear();
+    m_srcProblem.clear();
     m_srcStatus->hide();
     m_srcEdit->hide();
+    m_srcNote->hide();
     m_srcFile->setVisible(on);
     m_srcBrowse->setVisible(on);
 }

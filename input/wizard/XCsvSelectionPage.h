@@ -2,6 +2,7 @@
 
 #include "EditedTable.h"
 
+#include <QStringList>
 #include <QWizardPage>
 
 class QCheckBox;
@@ -21,7 +22,7 @@ public:
     explicit XCsvSelectionPage(QWidget* parent = nullptr);
     ~XCsvSelectionPage() override;
 
-    int nextId() const override { return 3; }
+    int nextId() const override;
     void initializePage() override;
     bool isComplete() const override;
 
@@ -32,7 +33,8 @@ public:
     XCsv* takeSrc();
 
     // Reads a table by suffix; on failure shows why and returns null.
-    XCsv* parseFile(QString const& fileName) const;
+    // *notes receives what the reader says about a table it read.
+    XCsv* parseFile(QString const& fileName, QStringList* notes = nullptr) const;
 
 public slots:
     void csvBrowseButtonClicked();
@@ -42,10 +44,11 @@ public slots:
     void srcEditButtonClicked();
 
 private:
-    void switchState(QLabel* label, QPushButton* editButton, bool const& hasErrors);
+    // Checks both tables again and shows what is wrong before Finish.
+    void refresh();
     void switchSrcSection(bool const& on);
     // Asks for a file and reads it; null when cancelled or unreadable.
-    XCsv* browse(QString& fileName);
+    XCsv* browse(QString& fileName, QStringList* notes);
 
     EditedTable m_csv;
     EditedTable m_src;
@@ -53,9 +56,16 @@ private:
     QPushButton* m_csvBrowse;
     QLabel* m_csvStatus;
     QPushButton* m_csvEdit;
+    QLabel* m_csvNote;
     QCheckBox* m_srcCheckbox;
     QLineEdit* m_srcFile;
     QPushButton* m_srcBrowse;
     QLabel* m_srcStatus;
     QPushButton* m_srcEdit;
+    QLabel* m_srcNote;
+    // What blocks Next, found by refresh(); empty when nothing does.
+    QString m_csvProblem;
+    QString m_srcProblem;
+    QStringList m_csvReadNotes;
+    QStringList m_srcReadNotes;
 };

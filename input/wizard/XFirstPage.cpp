@@ -1,5 +1,7 @@
 #include "XFirstPage.h"
 
+#include "XWizard.h"
+
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -9,6 +11,8 @@ XFirstPage::XFirstPage(QWidget* parent)
 {
     setTitle(tr("Start"));
     setSubTitle(tr("Select the action you want to perform"));
+    m_file->setObjectName(QStringLiteral("fromFile"));
+    m_manual->setObjectName(QStringLiteral("manually"));
     m_file->setChecked(true);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_file);
@@ -20,6 +24,6 @@ XFirstPage::XFirstPage(QWidget* parent)
 int XFirstPage::nextId() const
 {
     if (m_file->isChecked())
-        return 1;
-    return m_manual->isChecked() ? 2 : 0;
+        return XWizard::SelectionPage;
+    return m_manual->isChecked() ? XWizard::ManualPage : XWizard::FirstPage;
 }

@@ -1,6 +1,8 @@
 #include "XManualEditingPage.h"
 
+#include "WizardFocus.h"
 #include "XCsv.h"
+#include "XWizard.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -22,6 +24,13 @@ XManualEditingPage::XManualEditingPage(QWidget* parent)
     m_rows->setMinimum(1);
     m_columns->setMinimum(1);
     m_status->setWordWrap(true);
+    m_rows->setObjectName(QStringLiteral("rows"));
+    m_columns->setObjectName(QStringLiteral("columns"));
+    m_fill->setObjectName(QStringLiteral("fill"));
+    m_hint->setObjectName(QStringLiteral("hint"));
+    m_create->setObjectName(QStringLiteral("create"));
+    m_status->setObjectName(QStringLiteral("status"));
+    m_edit->setObjectName(QStringLiteral("edit"));
 
     auto* inputs = new QGridLayout;
     inputs->addWidget(new QLabel(tr("Rows"), this), 0, 0);
@@ -48,6 +57,11 @@ XManualEditingPage::XManualEditingPage(QWidget* parent)
 
 XManualEditingPage::~XManualEditingPage() = default;
 
+int XManualEditingPage::nextId() const
+{
+    return XWizard::SettingsPage;
+}
+
 XCsv* XManualEditingPage::takeCsv()
 {
     return m_csv.take();
@@ -59,6 +73,8 @@ void XManualEditingPage::initializePage()
     m_rows->setValue(10);
     m_columns->setValue(10);
     m_fill->setText(QStringLiteral("*"));
+    m_rows->setEnabled(true);
+    m_columns->setEnabled(true);
     m_hint->show();
     m_create->show();
     m_status->hide();
@@ -88,6 +104,9 @@ void XManualEditingPage::createButtonClicked()
         grid << row;
     }
     m_csv.reset(new XCsv(grid, nullptr));
+    // The size is fixed from here on; the editor changes it row by row.
+    m_rows->setEnabled(false);
+    m_columns->setEnabled(false);
     m_hint->hide();
     m_create->hide();
     switchState(m_csv.hasErrors());
@@ -100,6 +119,7 @@ void XManualEditingPage::editButtonClicked()
         return;
     m_csv.edit();
     switchState(m_csv.hasErrors());
+    focusForward(wizard());
 }
 
 void XManualEditingPage::switchState(bool const& hasErrors)

@@ -20,7 +20,7 @@ public:
     explicit XManualEditingPage(QWidget* parent = nullptr);
     ~XManualEditingPage() override;
 
-    int nextId() const override { return 3; }
+    int nextId() const override;
     void initializePage() override;
     bool isComplete() const override;
 

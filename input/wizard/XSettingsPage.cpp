@@ -9,6 +9,8 @@ XSettingsPage::XSettingsPage(QWidget* parent)
 {
     setTitle(tr("Algorithm Settings"));
     setSubTitle(tr("Adjust the algorithm's parameters"));
+    m_iterations->setObjectName(QStringLiteral("iterations"));
+    m_seed->setObjectName(QStringLiteral("seed"));
     // The standard 0..99 range is kept on purpose; 0 keeps Finish disabled.
     m_seed->setRange(0, 2147483646);
     m_seed->setValue(0);

@@ -6,6 +6,9 @@
 #include "XManualEditingPage.h"
 #include "XSettingsPage.h"
 
+#include <QMessageBox>
+#include <QPushButton>
+
 XWizard::XWizard(QWidget* parent)
     : QWizard(parent), m_selection(new XCsvSelectionPage(this)),
       m_manual(new XManualEditingPage(this))
@@ -15,6 +18,30 @@ XWizard::XWizard(QWidget* parent)
     setPage(ManualPage, m_manual);
     setPage(SettingsPage, new XSettingsPage(this));
     connect(this, &QDialog::finished, this, qOverload<int>(&XWizard::finished));
+    // Enter on a focused Back would go back and lose the page's table.
+    if (auto* back = qobject_cast<QPushButton*>(button(QWizard::BackButton)))
+        back->setAutoDefault(false);
+}
+
+bool XWizard::holdsTables() const
+{
+    return m_selection->csv() || m_selection->src() || m_manual->csv();
+}
+
+void XWizard::reject()
+{
+    if (holdsTables()) {
+        QMessageBox box(QMessageBox::Question, tr("Discard Tables"),
+                        tr("Discard the tables of this analysis?"), QMessageBox::NoButton, this);
+        QPushButton* discard = box.addButton(tr("Discard"), QMessageBox::DestructiveRole);
+        QPushButton* keep = box.addButton(tr("Cancel"), QMessageBox::RejectRole);
+        box.setDefaultButton(keep);
+        box.setEscapeButton(keep);
+        box.exec();
+        if (box.clickedButton() != discard)
+            return;
+    }
+    QWizard::reject();
 }
 
 void XWizard::finished(int result)

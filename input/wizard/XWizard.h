@@ -23,8 +23,13 @@ signals:
 
 public slots:
     void finished(int result);
+    // Cancel, Escape and the window's close button: asks before tables a
+    // user has loaded, built or repaired are thrown away.
+    void reject() override;
 
 private:
+    bool holdsTables() const;
+
     XCsvSelectionPage* m_selection;
     XManualEditingPage* m_manual;
 };

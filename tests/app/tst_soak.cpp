@@ -156,7 +156,7 @@ void TestSoak::saveShown(quint32 seed)
 {
     if (!m_window->workspace())
         return;
-    m_window->findChild<QSlider*>()->setValue(1 + int(m_rng.bounded(100)));
+    m_window->findChild<QSlider*>(QStringLiteral("slider"))->setValue(1 + int(m_rng.bounded(100)));
     const QString name =
         m_dir->filePath(QStringLiteral("core%1.%2")
                             .arg(seed)

@@ -3,8 +3,12 @@
 #include "XResult.h"
 
 #include <QtTest>
+#include <cmath>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_div.h>
+#include <qwt_scale_map.h>
 #include <qwt_text.h>
 
 namespace {
@@ -78,6 +82,9 @@ private slots:
     void labels();
     void repeatedResults();
     void nullResult();
+    void labelsNeverOverlap();
+    void wholeNumberTicks_data();
+    void wholeNumberTicks();
 
 private:
     XCsv* m_input = nullptr;
@@ -231,6 +238,73 @@ void TestXGraphWidget::nullResult()
     QCOMPARE(markers(*m_graph, QwtPlotMarker::VLine).size(), 0);
     QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).size(), 10);
     QCOMPARE(markers(*m_graph, QwtPlotMarker::HLine).last()->yValue(), 0.0);
+}
+
+void TestXGraphWidget::labelsNeverOverlap()
+{
+    // Thirty cores, one accession apart: labels crowd at every width.
+    XResult result(entries([](int p) { return (p * 30 + 99) / 100; }, [](int p) { return p; }),
+                   m_input, nullptr);
+    m_graph->setResult(&result);
+    m_graph->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_graph));
+    for (int width : {300, 450, 640, 800, 1000, 1400, 700, 350}) {
+        m_graph->resize(width, 400);
+        QApplication::processEvents();
+        m_graph->replot();
+        const QRectF canvas = m_graph->canvas()->contentsRect();
+        const QList<QRectF> labels = m_graph->coreSizeLabelRects();
+        QVERIFY(!labels.isEmpty());
+        for (int i = 0; i < labels.size(); ++i) {
+            QVERIFY2(canvas.contains(labels.at(i)), qPrintable(QString::number(width)));
+            if (i > 0)
+                QVERIFY2(labels.at(i).left() > labels.at(i - 1).right(),
+                         qPrintable(QString::number(width)));
+        }
+        // The largest core's label is always there, left of its line at the edge.
+        const double x = m_graph->canvasMap(QwtPlot::xBottom).transform(30);
+        QVERIFY(labels.last().right() <= x || labels.last().left() >= x);
+        QVERIFY(qAbs(labels.last().center().x() - x) < labels.last().width());
+        for (double tick : m_graph->axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick))
+            QCOMPARE(tick, std::round(tick));
+    }
+}
+
+void TestXGraphWidget::wholeNumberTicks_data()
+{
+    QTest::addColumn<int>("largestCore");
+    QTest::addColumn<int>("largestCount");
+    QTest::newRow("one accession") << 1 << 1;
+    QTest::newRow("two accessions") << 2 << 3;
+    QTest::newRow("three") << 3 << 7;
+    QTest::newRow("thirty") << 30 << 373;
+}
+
+void TestXGraphWidget::wholeNumberTicks()
+{
+    QFETCH(int, largestCore);
+    QFETCH(int, largestCount);
+    XResult result(
+        entries([largestCore](int p) { return qMax(1, (p * largestCore + 99) / 100); },
+                [largestCount](int p) { return qMax(1, (p * largestCount + 99) / 100); }),
+        m_input, nullptr);
+    m_graph->setResult(&result);
+    m_graph->resize(640, 400);
+    m_graph->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_graph));
+    // Every point stays inside the whole-number ranges.
+    QwtPlotCurve* line = curveWithStyle(*m_graph, QwtPlotCurve::Lines, Qt::blue);
+    const QRectF points = line->boundingRect();
+    QCOMPARE(points.right(), double(largestCore));
+    for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+        QwtScaleDiv const& div = m_graph->axisScaleDiv(axis);
+        const QList<double> ticks = div.ticks(QwtScaleDiv::MajorTick);
+        QVERIFY(ticks.size() >= 2);
+        for (double tick : ticks)
+            QCOMPARE(tick, std::round(tick));
+        QCOMPARE(div.lowerBound(), 0.0);
+        QVERIFY(div.upperBound() >= (axis == QwtPlot::xBottom ? points.right() : points.bottom()));
+    }
 }
 
 QTEST_MAIN(TestXGraphWidget)

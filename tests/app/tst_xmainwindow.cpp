@@ -17,6 +17,8 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
@@ -25,13 +27,19 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cmath>
 #include <csignal>
+#include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
+#include <qwt_scale_div.h>
+#include <qwt_scale_widget.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -61,6 +69,49 @@ bool writeText(QString const& path, QByteArray const& text)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+// Lets pending layouts run first: a button shown a moment ago has no size yet.
+void clickButtonNow(QAbstractButton* button)
+{
+    QApplication::processEvents();
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+// Clicks the message box button showing answer; keeps the box's title, text
+// and the texts of its buttons.
+std::function<void(QWidget*)> answerBox(QString const& answer, QStringList* seen)
+{
+    return [answer, seen](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (!box) {
+            *seen << QString::fromLatin1(modal->metaObject()->className());
+            modal->close();
+            return;
+        }
+        *seen << box->windowTitle() << box->text();
+        QAbstractButton* chosen = nullptr;
+        for (QAbstractButton* b : box->buttons()) {
+            *seen << b->text();
+            if (b->text() == answer)
+                chosen = b;
+        }
+        if (chosen)
+            QTest::mouseClick(chosen, Qt::LeftButton);
+        else
+            box->reject();
+    };
+}
+
+// A result whose largest count has many digits, so the y labels grow wide.
+XWorkspace* wideWorkspace()
+{
+    auto* csv = new XCsv(QStringLiteral("Name,M,M\nA1,1,2\nA2,3,4\nA3,5,*\nA4,6,7\n"));
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p)
+        entries << XResult::Entry(p <= 50 ? 98765 : 123456,
+                                  p <= 50 ? QList<int>{1, 2} : QList<int>{1, 2, 3, 4});
+    return new XWorkspace(csv, nullptr, new XResult(entries, csv, nullptr));
 }
 
 QString messageOf(QWidget* modal)
@@ -105,6 +156,8 @@ private slots:
     void importReplaces();
     void importRefusesIncomplete_data();
     void importRefusesIncomplete();
+    void importFromLongPath();
+    void importRefusesFifo();
     void cancelledDialogsDoNothing();
     void engineErrorShown();
     void emptyInputRefused_data();
@@ -113,10 +166,17 @@ private slots:
     void abortKeepsPreviousWorkspace_data();
     void abortKeepsPreviousWorkspace();
     void sampleDialogCloses();
+    void saveAsKeyWithoutDesktop();
+    void altFOpensFileMenu();
+    void quitAsksBeforeLosingAnalysis();
+    void quitAfterExportOrImportAsksNothing();
+    void workspaceDialogTitlesStatusAndWindowTitle();
+    void graphWholeNumbersAndLabelsInside();
+    void graphAxesLaidOutForEachResult();
 
 private:
-    QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(); }
-    QSlider* slider() { return m_window->findChild<QSlider*>(); }
+    QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(QStringLiteral("tabs")); }
+    QSlider* slider() { return m_window->findChild<QSlider*>(QStringLiteral("slider")); }
     QLabel* sliderLabel();
     QAction* action(QString const& text) { return findAction(m_window, text); }
     QAbstractButton* button(QString const& text) { return findButton(m_window, text); }
@@ -124,6 +184,14 @@ private:
     // Runs New through the wizard's file route on the given files.
     void runAnalysis(QString const& input, QString const& start, int iterations, int seed);
     void answerSave(QString const& name);
+    // New, the wizard's file route and Finish, all by clicks.
+    void runAnalysisByClicks(QString const& input);
+    // Import with a click on the start page's button, the file dialog answered.
+    void importByClick(QString const& path);
+    // Opens a menu by its mnemonic and clicks the action.
+    void clickMenuAction(Qt::Key mnemonic, QString const& text);
+    QString writeWorkspace(XWorkspace* workspace, QString const& name);
+    void activate();
 
     QTemporaryDir* m_dir = nullptr;
     XMainWindow* m_window = nullptr;
@@ -157,10 +225,7 @@ void TestXMainWindow::cleanup()
 
 QLabel* TestXMainWindow::sliderLabel()
 {
-    // The value label stands right of the slider, before the "%" label.
-    QWidget* page = tabs()->widget(XMainWindow::CoreTab);
-    auto* row = page->layout()->itemAt(0)->layout();
-    return qobject_cast<QLabel*>(row->itemAt(1)->widget());
+    return m_window->findChild<QLabel*>(QStringLiteral("sliderValue"));
 }
 
 XCsvTableWidget* TestXMainWindow::view(int tab)
@@ -205,6 +270,67 @@ void TestXMainWindow::runAnalysis(QString const& input, QString const& start, in
     m_window->wizard();
 }
 
+void TestXMainWindow::activate()
+{
+    QApplication::setActiveWindow(m_window);
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+}
+
+void TestXMainWindow::runAnalysisByClicks(QString const& input)
+{
+    bool finished = false;
+    whenModalOpens([input, &finished](QWidget* modal) {
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        if (!wizard) {
+            modal->close();
+            return;
+        }
+        auto click = [](QAbstractButton* button) {
+            QApplication::processEvents();
+            QTest::mouseClick(button, Qt::LeftButton);
+        };
+        click(wizard->button(QWizard::NextButton));
+        XFileDialog::setOpenHook([input](QWidget*, QString const&) { return input; });
+        click(wizard->currentPage()->findChild<QPushButton*>(QStringLiteral("inputBrowse")));
+        click(wizard->button(QWizard::NextButton));
+        click(wizard->button(QWizard::FinishButton));
+        finished = !wizard->isVisible();
+    });
+    clickButtonNow(button(QStringLiteral("New")));
+    QVERIFY(finished);
+    QTRY_VERIFY(m_window->workspace());
+}
+
+void TestXMainWindow::importByClick(QString const& path)
+{
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    tabs()->setCurrentIndex(XMainWindow::StartTab);
+    clickButtonNow(button(QStringLiteral("Import")));
+}
+
+void TestXMainWindow::clickMenuAction(Qt::Key mnemonic, QString const& text)
+{
+    activate();
+    QTest::keyClick(m_window, mnemonic, Qt::AltModifier);
+    QMenu* menu = nullptr;
+    QTRY_VERIFY((menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())));
+    QAction* chosen = nullptr;
+    for (QAction* a : menu->actions()) {
+        if (a->text() == text)
+            chosen = a;
+    }
+    QVERIFY(chosen);
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(chosen).center());
+}
+
+QString TestXMainWindow::writeWorkspace(XWorkspace* workspace, QString const& name)
+{
+    const QString path = m_dir->filePath(name);
+    writeText(path, workspace->toString().toUtf8());
+    delete workspace;
+    return path;
+}
+
 void TestXMainWindow::startState()
 {
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Vireon"));
@@ -243,7 +369,11 @@ void TestXMainWindow::actions_data()
     QTest::addColumn<bool>("enabled");
     QTest::newRow("New") << "New..." << QKeySequence(QKeySequence::New) << true;
     QTest::newRow("Save") << "Save..." << QKeySequence(QKeySequence::Save) << false;
-    QTest::newRow("Save As") << "Save As..." << QKeySequence(QKeySequence::SaveAs) << false;
+    const QKeySequence saveAs(QKeySequence::SaveAs);
+    QTest::newRow("Save As") << "Save As..."
+                             << (saveAs.isEmpty() ? QKeySequence(QStringLiteral("Ctrl+Shift+S"))
+                                                  : saveAs)
+                             << false;
     QTest::newRow("Import") << "Import Workspace..." << QKeySequence() << true;
     QTest::newRow("Export") << "Export Workspace..." << QKeySequence() << false;
     QTest::newRow("Quit") << "Quit" << QKeySequence(QKeySequence::Quit) << true;
@@ -268,8 +398,9 @@ void TestXMainWindow::menus()
 {
     const QList<QAction*> top = m_window->menuBar()->actions();
     QCOMPARE(top.size(), 2);
-    QCOMPARE(top.at(0)->text(), QStringLiteral("File"));
-    QCOMPARE(top.at(1)->text(), QStringLiteral("Help"));
+    // Mnemonics: shown as "File" and "Help", opened with Alt+F and Alt+H.
+    QCOMPARE(top.at(0)->text(), QStringLiteral("&File"));
+    QCOMPARE(top.at(1)->text(), QStringLiteral("&Help"));
     QStringList file;
     for (QAction* a : top.at(0)->menu()->actions())
         file << a->text();
@@ -627,6 +758,14 @@ void TestXMainWindow::importRefusesIncomplete_data()
     QTest::newRow("truncated") << QByteArray(
         "SliderValue=3\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n1,1\n");
     QTest::newRow("binary") << QByteArray::fromHex("d0cf11e0a1b11ae100ff00ff");
+    // Damage that used to pass: made from a whole workspace of the small table.
+    QScopedPointer<XWorkspace> whole(smallWorkspace(false, 3));
+    const QByteArray text = whole->toString().toUtf8();
+    QTest::newRow("count not a number") << QByteArray(text).replace("1,2,5\n", "1,2,x\n");
+    QTest::newRow("negative count") << QByteArray(text).replace("1,2,5\n", "1,2,-5\n");
+    QTest::newRow("row named 100000 times")
+        << QByteArray(text).replace("1,3\n", QByteArray("1,").repeated(100000) + "3\n");
+    QTest::newRow("text after the last section") << text + "\nrest of another file\n";
 }
 
 void TestXMainWindow::importRefusesIncomplete()
@@ -648,6 +787,43 @@ void TestXMainWindow::importRefusesIncomplete()
                        .arg(path));
     QCOMPARE(m_window->workspace(), shown.data());
     QCOMPARE(slider()->value(), 33);
+}
+
+void TestXMainWindow::importFromLongPath()
+{
+    // Over 512 characters of path: still a path, never the workspace's text.
+    QString folder = m_dir->path();
+    while (folder.size() < 600) {
+        folder += QLatin1Char('/') + QString(100, QLatin1Char('w'));
+        QVERIFY(QDir().mkpath(folder));
+    }
+    const QString path = folder + QStringLiteral("/long.ccw");
+    QScopedPointer<XWorkspace> written(smallWorkspace(true, 60));
+    QVERIFY(writeText(path, written->toString().toUtf8()));
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QVERIFY(m_window->workspace());
+    QCOMPARE(m_window->workspace()->toString(), written->toString());
+    QCOMPARE(slider()->value(), 60);
+}
+
+void TestXMainWindow::importRefusesFifo()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 33);
+    m_window->clearWorkspace(shown);
+    const QString path = m_dir->filePath(QStringLiteral("pipe.ccw"));
+    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(seen, QStringLiteral("Error | The file %1 cannot be imported: not a regular file. "
+                                  "The analysis shown stays as it is.")
+                       .arg(path));
+    QCOMPARE(m_window->workspace(), shown.data());
 }
 
 void TestXMainWindow::cancelledDialogsDoNothing()
@@ -819,6 +995,200 @@ void TestXMainWindow::sampleDialogCloses()
     QVERIFY(seen);
     QCOMPARE(QApplication::activeModalWidget(), nullptr);
     QCOMPARE(m_window->workspace(), nullptr);
+}
+
+void TestXMainWindow::saveAsKeyWithoutDesktop()
+{
+    // Without a desktop environment the theme binds no keys to Save As.
+    QCOMPARE(action(QStringLiteral("Save As..."))->shortcut().isEmpty(), false);
+    importByClick(writeWorkspace(smallWorkspace(false, 100), QStringLiteral("a.ccw")));
+    QVERIFY(m_window->workspace());
+    answerSave(m_dir->filePath(QStringLiteral("core.csv")));
+    activate();
+    const QKeySequence keys = action(QStringLiteral("Save As..."))->shortcut();
+    QTest::keySequence(m_window, keys);
+    QCOMPARE(m_saveQuestions, 1);
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Core collection saved to ") + m_dir->filePath("core.csv"));
+    if (QKeySequence(QKeySequence::SaveAs).isEmpty())
+        QCOMPARE(keys, QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+}
+
+void TestXMainWindow::altFOpensFileMenu()
+{
+    activate();
+    QTest::keyClick(m_window, Qt::Key_F, Qt::AltModifier);
+    QMenu* file = m_window->menuBar()->actions().at(0)->menu();
+    QTRY_VERIFY(file->isVisible());
+    QCOMPARE(QApplication::activePopupWidget(), file);
+    file->close();
+    QTest::keyClick(m_window, Qt::Key_H, Qt::AltModifier);
+    QTRY_VERIFY(m_window->menuBar()->actions().at(1)->menu()->isVisible());
+    m_window->menuBar()->actions().at(1)->menu()->close();
+}
+
+void TestXMainWindow::quitAsksBeforeLosingAnalysis()
+{
+    const QString input = m_dir->filePath(QStringLiteral("small.csv"));
+    QVERIFY(writeText(input, "Name,M,M\nA1,1,2\nA2,3,4\nA3,5,6\n"));
+    runAnalysisByClicks(input);
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Vireon"));
+
+    // Cancel keeps the window and the analysis.
+    QStringList seen;
+    whenModalOpens(answerBox(QStringLiteral("Cancel"), &seen));
+    clickMenuAction(Qt::Key_F, QStringLiteral("Quit"));
+    QCOMPARE(seen.mid(0, 2), QStringList({"Quit", "Export the analysis before quitting?"}));
+    QStringList buttons = seen.mid(2);
+    buttons.sort();
+    QCOMPARE(buttons, QStringList({"Cancel", "Discard", "Export..."}));
+    QVERIFY(m_window->isVisible());
+    QVERIFY(m_window->workspace());
+
+    // Export... with the file dialog cancelled: still open.
+    seen.clear();
+    answerSave(QString());
+    whenModalOpens(answerBox(QStringLiteral("Export..."), &seen));
+    clickMenuAction(Qt::Key_F, QStringLiteral("Quit"));
+    QCOMPARE(m_saveQuestions, 1);
+    QVERIFY(m_window->isVisible());
+
+    // Export... with a file name: written, then the window closes.
+    const QString path = m_dir->filePath(QStringLiteral("small.ccw"));
+    answerSave(path);
+    whenModalOpens(answerBox(QStringLiteral("Export..."), &seen));
+    clickMenuAction(Qt::Key_F, QStringLiteral("Quit"));
+    QVERIFY(!m_window->isVisible());
+    QCOMPARE(QString::fromUtf8(readAll(path)), m_window->workspace()->toString());
+
+    // A second analysis, discarded: the window closes without writing.
+    m_window->show();
+    runAnalysisByClicks(input);
+    seen.clear();
+    whenModalOpens(answerBox(QStringLiteral("Discard"), &seen));
+    activate();
+    m_window->close();
+    QCOMPARE(seen.value(1), QStringLiteral("Export the analysis before quitting?"));
+    QVERIFY(!m_window->isVisible());
+}
+
+void TestXMainWindow::quitAfterExportOrImportAsksNothing()
+{
+    bool asked = false;
+    auto watch = [&asked] {
+        whenModalOpens(
+            [&asked](QWidget* modal) {
+                asked = true;
+                modal->close();
+            },
+            300);
+    };
+    // The start page quits at once.
+    watch();
+    clickMenuAction(Qt::Key_F, QStringLiteral("Quit"));
+    QVERIFY(!m_window->isVisible());
+    // So does an analysis just imported.
+    m_window->show();
+    importByClick(writeWorkspace(smallWorkspace(false, 100), QStringLiteral("b.ccw")));
+    QVERIFY(m_window->workspace());
+    watch();
+    clickMenuAction(Qt::Key_F, QStringLiteral("Quit"));
+    QVERIFY(!m_window->isVisible());
+    QTest::qWait(400);
+    QVERIFY(!asked);
+}
+
+void TestXMainWindow::workspaceDialogTitlesStatusAndWindowTitle()
+{
+    const QString path = writeWorkspace(smallWorkspace(false, 100), QStringLiteral("microbov.ccw"));
+    // The real file dialogs: their titles are read, the name typed in.
+    QString openTitle, saveTitle;
+    auto typeName = [](QString* title, QString const& name) {
+        return [title, name](QWidget* modal) {
+            *title = modal->windowTitle();
+            auto* edit = modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            if (!edit) {
+                modal->close();
+                return;
+            }
+            edit->setFocus();
+            QTest::keyClicks(edit, name);
+            QTest::keyClick(edit, Qt::Key_Return);
+        };
+    };
+    // Generous: the first file dialog reads its folder before it shows.
+    whenModalOpens(typeName(&openTitle, path), 30000);
+    tabs()->setCurrentIndex(XMainWindow::StartTab);
+    clickButtonNow(button(QStringLiteral("Import")));
+    QCOMPARE(openTitle, QStringLiteral("Import Workspace"));
+    QVERIFY(m_window->workspace());
+    QCOMPARE(m_window->statusBar()->currentMessage(), QStringLiteral("Imported ") + path);
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("microbov.ccw \u2014 Vireon"));
+
+    const QString exported = m_dir->filePath(QStringLiteral("copy.ccw"));
+    whenModalOpens(typeName(&saveTitle, exported), 30000);
+    clickMenuAction(Qt::Key_F, QStringLiteral("Export Workspace..."));
+    QCOMPARE(saveTitle, QStringLiteral("Export Workspace"));
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Workspace exported to ") + exported);
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("copy.ccw \u2014 Vireon"));
+}
+
+void TestXMainWindow::graphWholeNumbersAndLabelsInside()
+{
+    // Cores of 1 and 2 accessions with 3 and 5 alleles: small ranges that
+    // autoscaling divides in halves or fifths.
+    importByClick(writeWorkspace(smallWorkspace(false, 100), QStringLiteral("small.ccw")));
+    QVERIFY(m_window->workspace());
+    QTabBar* bar = tabs()->tabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier,
+                      bar->tabRect(XMainWindow::GraphTab).center());
+    auto* graph = qobject_cast<XGraphWidget*>(tabs()->currentWidget());
+    QVERIFY(graph);
+    for (int width : {640, 700, 900, 1200, 660}) {
+        m_window->resize(width, 480 + width / 10);
+        QApplication::processEvents();
+        graph->replot();
+        for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+            const QList<double> ticks = graph->axisScaleDiv(axis).ticks(QwtScaleDiv::MajorTick);
+            QVERIFY(ticks.size() >= 2);
+            for (double tick : ticks)
+                QVERIFY2(tick == std::round(tick), qPrintable(QString::number(tick)));
+        }
+        const QRectF canvas = graph->canvas()->contentsRect();
+        const QList<QRectF> labels = graph->coreSizeLabelRects();
+        QCOMPARE(labels.size(), 2);
+        for (int i = 0; i < labels.size(); ++i) {
+            QVERIFY2(canvas.contains(labels.at(i)), qPrintable(QString::number(width)));
+            if (i > 0)
+                QVERIFY(labels.at(i).left() > labels.at(i - 1).right());
+        }
+    }
+}
+
+void TestXMainWindow::graphAxesLaidOutForEachResult()
+{
+    QTabBar* bar = tabs()->tabBar();
+    auto* graph = qobject_cast<XGraphWidget*>(tabs()->widget(XMainWindow::GraphTab));
+    QwtScaleWidget* yAxis = graph->axisWidget(QwtPlot::yLeft);
+    importByClick(writeWorkspace(smallWorkspace(false, 100), QStringLiteral("small.ccw")));
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier,
+                      bar->tabRect(XMainWindow::GraphTab).center());
+    QApplication::processEvents();
+    const int narrow = yAxis->width();
+    // The next result arrives while the graph is hidden behind the core tab.
+    importByClick(writeWorkspace(wideWorkspace(), QStringLiteral("wide.ccw")));
+    QCOMPARE(tabs()->currentIndex(), int(XMainWindow::CoreTab));
+    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier,
+                      bar->tabRect(XMainWindow::GraphTab).center());
+    QApplication::processEvents();
+    QVERIFY(yAxis->width() > narrow);
+    // Laying the plot out afresh changes nothing: it was laid out already.
+    const QRect shown = yAxis->geometry();
+    graph->updateLayout();
+    QCOMPARE(yAxis->geometry(), shown);
+    // The axis and its title stay left of the canvas.
+    QVERIFY(yAxis->geometry().right() < graph->canvas()->geometry().left());
 }
 
 QTEST_MAIN(TestXMainWindow)

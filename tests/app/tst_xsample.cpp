@@ -62,7 +62,7 @@ void TestXSample::layout()
 
 void TestXSample::closeButtonEndsDialog()
 {
-    auto* close = qobject_cast<QPushButton*>(m_dialog->layout()->itemAt(8)->widget());
+    auto* close = m_dialog->findChild<QPushButton*>(QStringLiteral("close"));
     QTimer::singleShot(0, close, [close] { QTest::mouseClick(close, Qt::LeftButton); });
     QCOMPARE(m_dialog->exec(), int(QDialog::Rejected));
     QVERIFY(!m_dialog->isVisible());
@@ -77,9 +77,8 @@ void TestXSample::windowCloseEndsDialog()
 
 void TestXSample::picturesShown()
 {
-    auto* layout = m_dialog->layout();
-    for (int i : {4, 7}) {
-        auto* picture = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+    for (char const* name : {"csvPicture", "excelPicture"}) {
+        auto* picture = m_dialog->findChild<QLabel*>(QLatin1String(name));
         QVERIFY(picture->pixmap(Qt::ReturnByValue).width() > 300);
     }
 }
@@ -91,9 +90,8 @@ void TestXSample::missingPicturesLeaveLabelsEmpty()
     delete m_dialog;
     m_dialog = new XSample;
     Q_INIT_RESOURCE(vireon);
-    auto* layout = m_dialog->layout();
-    for (int i : {4, 7}) {
-        auto* picture = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
+    for (char const* name : {"csvPicture", "excelPicture"}) {
+        auto* picture = m_dialog->findChild<QLabel*>(QLatin1String(name));
         QVERIFY(picture);
         QVERIFY(picture->pixmap(Qt::ReturnByValue).isNull());
     }

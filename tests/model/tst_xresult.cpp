@@ -99,13 +99,17 @@ void TestXResult::readLines_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("count");
     QTest::addColumn<QList<int>>("rows");
-    QTest::newRow("blanks around") << "  3,7,20 \t" << 20 << QList<int>{3, 7};
-    QTest::newRow("count only") << "5" << 5 << QList<int>{};
-    QTest::newRow("comma first") << ",5" << 5 << QList<int>{0};
-    QTest::newRow("two commas") << "1,,9" << 9 << QList<int>{1, 0};
-    QTest::newRow("not a number") << "x,4,y" << 0 << QList<int>{0, 4};
-    QTest::newRow("inner blank is no number") << "3, 7,20" << 20 << QList<int>{3, 0};
-    QTest::newRow("trailing comma") << "3," << 0 << QList<int>{3};
+    QTest::addColumn<bool>("wellFormed");
+    QTest::newRow("blanks around") << "  3,7,20 \t" << 20 << QList<int>{3, 7} << true;
+    QTest::newRow("count only") << "5" << 5 << QList<int>{} << true;
+    QTest::newRow("comma first") << ",5" << 5 << QList<int>{0} << false;
+    QTest::newRow("two commas") << "1,,9" << 9 << QList<int>{1, 0} << false;
+    QTest::newRow("not a number") << "x,4,y" << 0 << QList<int>{0, 4} << false;
+    QTest::newRow("inner blank is no number") << "3, 7,20" << 20 << QList<int>{3, 0} << false;
+    QTest::newRow("trailing comma") << "3," << 0 << QList<int>{3} << false;
+    QTest::newRow("negative count") << "3,-1" << -1 << QList<int>{3} << false;
+    QTest::newRow("row twice") << "3,4,3,9" << 9 << QList<int>{3, 4, 3} << true;
+    QTest::newRow("zero count") << "0" << 0 << QList<int>{} << true;
 }
 
 void TestXResult::readLines()
@@ -113,10 +117,12 @@ void TestXResult::readLines()
     QFETCH(QString, line);
     QFETCH(int, count);
     QFETCH(QList<int>, rows);
+    QFETCH(bool, wellFormed);
     XResult result(line + QLatin1Char('\n'), nullptr, nullptr);
     QCOMPARE(result.entries().size(), 1);
     QCOMPARE(result.entries().at(0).first, count);
     QCOMPARE(result.entries().at(0).second, rows);
+    QCOMPARE(result.isWellFormed(), wellFormed);
 }
 
 void TestXResult::blankLinesSkipped()

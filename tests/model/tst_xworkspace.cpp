@@ -486,6 +486,40 @@ void TestXWorkspace::isComplete_data()
     QTest::newRow("ragged header")
         << QString("\n#\n\"N\"\n\"N\",\"M\",\"M\"\n\"a\",1,2\n\n#\n" + result + "\n#") << false;
     QTest::newRow("single column") << QString("\n#\n\"N\"\n\"a\"\n\n#\n" + result + "\n#") << false;
+    QTest::newRow("count not a number")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "1,2,x7\n") +
+                   "\n#")
+        << false;
+    QTest::newRow("negative count")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "1,2,-7\n") +
+                   "\n#")
+        << false;
+    QString repeated;
+    for (int i = 0; i < 100000; ++i)
+        repeated += QStringLiteral("1,");
+    QTest::newRow("row named 100000 times")
+        << QString("\n#\n" + input + "\n#\n" +
+                   QString(result).replace("1,2,7\n", repeated + QStringLiteral("7\n")) + "\n#")
+        << false;
+    QTest::newRow("row named twice, within the table's size")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "2,2,7\n") +
+                   "\n#")
+        << true;
+    QTest::newRow("more rows than the table has")
+        << QString("\n#\n" + input + "\n#\n" + QString(result).replace("1,2,7\n", "2,1,2,7\n") +
+                   "\n#")
+        << false;
+    QTest::newRow("text after last #")
+        << QString("\n#\n" + input + "\n#\n" + result + "\n#\nnot a workspace\n") << false;
+    QTest::newRow("half a workspace after last #")
+        << QString("\n#\n" + input + "\n#\n" + result + "\n#\nSliderValue=3\n\n#\n" + input)
+        << false;
+    QTest::newRow("blank lines after last #")
+        << QString("\n#\n" + input + "\n#\n" + result + "\n#\n\n  \n\n") << true;
+    QTest::newRow("second whole workspace")
+        << QString("\n#\n" + input + "\n#\n" + result + "\n#\n\n#\n" + input + "\n#\n" + result +
+                   "\n#")
+        << true;
 }
 
 void TestXWorkspace::isComplete()

@@ -86,7 +86,7 @@ private slots:
     void refusedSuffixes_data();
     void refusedSuffixes();
     void csvSuffixGoesToTextReader();
-    void missingCsvReadAsText();
+    void missingFilesRefused();
     void workbookReadCellForCell();
     void parseError_data();
     void parseError();
@@ -185,15 +185,20 @@ void TestXSpreadsheet::csvSuffixGoesToTextReader()
     QCOMPARE(table->parent(), nullptr);
 }
 
-void TestXSpreadsheet::missingCsvReadAsText()
+void TestXSpreadsheet::missingFilesRefused()
 {
-    // What the text reader makes of a missing file (its name taken as the
-    // text itself) is returned unchecked.
+    // The name of a missing file is never taken for the table's text.
+    for (QString const& name : {QStringLiteral("missing.csv"), QStringLiteral("missing.xls")}) {
+        QString error;
+        std::unique_ptr<XCsv> table(XSpreadsheet::read(path(name), &error));
+        QVERIFY(!table);
+        QCOMPARE(error, path(name) + QStringLiteral(": no such file"));
+    }
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("dir.csv")));
     QString error;
-    std::unique_ptr<XCsv> table(XSpreadsheet::read(path(QStringLiteral("missing.csv")), &error));
-    QVERIFY(table);
-    QCOMPARE(table->rows(), 1);
-    QCOMPARE(gridText(*table), QStringList({QStringLiteral("s:") + path("missing.csv")}));
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(path(QStringLiteral("dir.csv")), &error));
+    QVERIFY(!table);
+    QCOMPARE(error, path(QStringLiteral("dir.csv")) + QStringLiteral(": is a folder"));
 }
 
 void TestXSpreadsheet::workbookReadCellForCell()
@@ -336,7 +341,6 @@ void TestXSpreadsheet::unreadableWorkbooks_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<bool>("create");
-    QTest::newRow("missing file") << QByteArray() << false;
     QTest::newRow("empty file") << QByteArray() << true;
     QTest::newRow("comma-separated text") << QByteArray("Name,M1\nAcc1,2\n") << true;
     QTest::newRow("compound document without workbook")

@@ -67,6 +67,7 @@ private slots:
     void insertColumns_data();
     void insertColumns();
     void insertedLinesAreValid();
+    void insertedNamesAreUnique();
     void removeRowsFromHighest();
     void removeEveryRowKeepsTopmost();
     void removeColumnsFromHighest();
@@ -321,16 +322,16 @@ void TestXCsvEditor::insertRows_data()
     QTest::addColumn<QStringList>("labels");
     QTest::newRow("before selection")
         << "Insert row before selection" << true
-        << QStringList({"A0", "A1", "Row", "A2", "A3", "A4", "A5", "A6", "A7"});
+        << QStringList({"A0", "A1", "Row 9", "A2", "A3", "A4", "A5", "A6", "A7"});
     QTest::newRow("after selection")
         << "Insert row after selection" << true
-        << QStringList({"A0", "A1", "A2", "A3", "A4", "A5", "Row", "A6", "A7"});
+        << QStringList({"A0", "A1", "A2", "A3", "A4", "A5", "Row 9", "A6", "A7"});
     QTest::newRow("before nothing")
         << "Insert row before selection" << false
-        << QStringList({"Row", "A0", "A1", "A2", "A3", "A4", "A5", "A6", "A7"});
+        << QStringList({"Row 9", "A0", "A1", "A2", "A3", "A4", "A5", "A6", "A7"});
     QTest::newRow("after nothing")
         << "Insert row after selection" << false
-        << QStringList({"A0", "A1", "A2", "A3", "A4", "A5", "A6", "A7", "Row"});
+        << QStringList({"A0", "A1", "A2", "A3", "A4", "A5", "A6", "A7", "Row 9"});
 }
 
 void TestXCsvEditor::insertRows()
@@ -343,8 +344,8 @@ void TestXCsvEditor::insertRows()
         select({{5, 2}, {2, 0}});
     QTest::mouseClick(tool(tip), Qt::LeftButton);
     QCOMPARE(rowLabels(*m_csv), labels);
-    const int inserted = labels.indexOf(QStringLiteral("Row")) + 1;
-    QCOMPARE(rowText(m_csv->at(inserted)), QStringLiteral("s:Row|s:*|s:*|s:*"));
+    const int inserted = labels.indexOf(QStringLiteral("Row 9")) + 1;
+    QCOMPARE(rowText(m_csv->at(inserted)), QStringLiteral("s:Row 9|s:*|s:*|s:*"));
 }
 
 void TestXCsvEditor::insertColumns_data()
@@ -353,13 +354,13 @@ void TestXCsvEditor::insertColumns_data()
     QTest::addColumn<bool>("selection");
     QTest::addColumn<QStringList>("headers");
     QTest::newRow("before selection")
-        << "Insert column before selection" << true << QStringList({"M1", "Column", "M2", "M3"});
+        << "Insert column before selection" << true << QStringList({"M1", "Column 4", "M2", "M3"});
     QTest::newRow("after selection")
-        << "Insert column after selection" << true << QStringList({"M1", "M2", "Column", "M3"});
+        << "Insert column after selection" << true << QStringList({"M1", "M2", "Column 4", "M3"});
     QTest::newRow("before nothing")
-        << "Insert column before selection" << false << QStringList({"Column", "M1", "M2", "M3"});
+        << "Insert column before selection" << false << QStringList({"Column 4", "M1", "M2", "M3"});
     QTest::newRow("after nothing")
-        << "Insert column after selection" << false << QStringList({"M1", "M2", "M3", "Column"});
+        << "Insert column after selection" << false << QStringList({"M1", "M2", "M3", "Column 4"});
 }
 
 void TestXCsvEditor::insertColumns()
@@ -372,7 +373,7 @@ void TestXCsvEditor::insertColumns()
         select({{0, 1}, {3, 1}});
     QTest::mouseClick(tool(tip), Qt::LeftButton);
     QCOMPARE(columnHeaders(*m_csv), headers);
-    const int inserted = headers.indexOf(QStringLiteral("Column")) + 1;
+    const int inserted = headers.indexOf(QStringLiteral("Column 4")) + 1;
     for (int r = 1; r < m_csv->rows(); ++r)
         QCOMPARE(cellText(m_csv->at(r, inserted)), QStringLiteral("s:*"));
 }
@@ -388,6 +389,21 @@ void TestXCsvEditor::insertedLinesAreValid()
     // The error at (3, 2) moved down and right; the new cells are valid.
     QCOMPARE(model()->errors(), QList<XCsvTableModel::Cell>({{4, 3}}));
     QVERIFY(button("Find")->isVisible());
+}
+
+void TestXCsvEditor::insertedNamesAreUnique()
+{
+    // Numbered from the new count, skipping names in use: never one name twice.
+    open(XCsv::Grid{{"Name", "Column 1", "Column 3"}, {"Row 1", "1", "2"}, {"Row 3", "3", "4"}});
+    QTest::mouseClick(tool("Insert row after selection"), Qt::LeftButton);
+    QTest::mouseClick(tool("Insert row after selection"), Qt::LeftButton);
+    QTest::mouseClick(tool("Insert column after selection"), Qt::LeftButton);
+    QTest::mouseClick(tool("Insert column after selection"), Qt::LeftButton);
+    QCOMPARE(rowLabels(*m_csv), QStringList({"Row 1", "Row 3", "Row 4", "Row 5"}));
+    QCOMPARE(columnHeaders(*m_csv), QStringList({"Column 1", "Column 3", "Column 4", "Column 5"}));
+    select({{0, 0}});
+    QTest::mouseClick(tool("Insert row before selection"), Qt::LeftButton);
+    QCOMPARE(rowLabels(*m_csv), QStringList({"Row 6", "Row 1", "Row 3", "Row 4", "Row 5"}));
 }
 
 void TestXCsvEditor::removeRowsFromHighest()

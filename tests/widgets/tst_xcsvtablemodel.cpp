@@ -435,8 +435,8 @@ void TestXCsvTableModel::insertRowAtZero()
     QCOMPARE(inserted.at(0).at(2).toInt(), 0);
     QCOMPARE(m_model->rowCount(), 5);
     QCOMPARE(rowText(m_csv->at(0)), QStringLiteral("s:Name|s:M1|s:M2|s:M3"));
-    QCOMPARE(rowText(m_csv->at(1)), QStringLiteral("s:Row|s:*|s:*|s:*"));
-    QCOMPARE(m_model->headerData(0, Qt::Vertical).toString(), QStringLiteral("Row"));
+    QCOMPARE(rowText(m_csv->at(1)), QStringLiteral("s:Row 5|s:*|s:*|s:*"));
+    QCOMPARE(m_model->headerData(0, Qt::Vertical).toString(), QStringLiteral("Row 5"));
     QCOMPARE(m_model->headerData(1, Qt::Vertical).toString(), QStringLiteral("A1"));
     QCOMPARE(m_model->errors(), Cells({{1, 1}, {3, 0}, {3, 2}, {4, 1}}));
 }
@@ -445,10 +445,10 @@ void TestXCsvTableModel::insertRowPositions_data()
 {
     QTest::addColumn<int>("position");
     QTest::addColumn<QStringList>("labels");
-    QTest::newRow("0 as 1") << 0 << QStringList({"Row", "A1", "A2", "A3", "A4"});
-    QTest::newRow("1") << 1 << QStringList({"Row", "A1", "A2", "A3", "A4"});
-    QTest::newRow("3") << 3 << QStringList({"A1", "A2", "Row", "A3", "A4"});
-    QTest::newRow("append") << 5 << QStringList({"A1", "A2", "A3", "A4", "Row"});
+    QTest::newRow("0 as 1") << 0 << QStringList({"Row 5", "A1", "A2", "A3", "A4"});
+    QTest::newRow("1") << 1 << QStringList({"Row 5", "A1", "A2", "A3", "A4"});
+    QTest::newRow("3") << 3 << QStringList({"A1", "A2", "Row 5", "A3", "A4"});
+    QTest::newRow("append") << 5 << QStringList({"A1", "A2", "A3", "A4", "Row 5"});
 }
 
 void TestXCsvTableModel::insertRowPositions()
@@ -474,8 +474,8 @@ void TestXCsvTableModel::insertColumnAtZero()
     QVERIFY(m_model->insertColumns(0, 1));
     QCOMPARE(inserted.count(), 1);
     QCOMPARE(inserted.at(0).at(1).toInt(), 0);
-    QCOMPARE(headers(*m_model, Qt::Horizontal), QStringList({"Column", "M1", "M2", "M3"}));
-    QCOMPARE(gridText(*m_csv), QStringList({"s:Name|s:Column|s:M1|s:M2|s:M3",
+    QCOMPARE(headers(*m_model, Qt::Horizontal), QStringList({"Column 4", "M1", "M2", "M3"}));
+    QCOMPARE(gridText(*m_csv), QStringList({"s:Name|s:Column 4|s:M1|s:M2|s:M3",
                                             "s:A1|s:*|s:1|s:x|s:*", "s:A2|s:*|s:2|s:3|s:4",
                                             "s:A3|s:*|s:y|s:*|s:-1", "s:A4|s:*|s:0|s:z|s:5"}));
     QCOMPARE(m_model->errors(), Cells({{0, 2}, {2, 1}, {2, 3}, {3, 2}}));
@@ -487,11 +487,11 @@ void TestXCsvTableModel::insertColumnShiftsErrors()
 {
     // Before model column 1: the entries in columns 1 and 2 move right.
     QVERIFY(m_model->insertColumns(2, 1));
-    QCOMPARE(headers(*m_model, Qt::Horizontal), QStringList({"M1", "Column", "M2", "M3"}));
+    QCOMPARE(headers(*m_model, Qt::Horizontal), QStringList({"M1", "Column 4", "M2", "M3"}));
     QCOMPARE(m_model->errors(), Cells({{0, 2}, {2, 0}, {2, 3}, {3, 2}}));
     QVERIFY(m_model->insertColumns(m_model->columnCount() + 1, 1));
     QCOMPARE(headers(*m_model, Qt::Horizontal),
-             QStringList({"M1", "Column", "M2", "M3", "Column"}));
+             QStringList({"M1", "Column 4", "M2", "M3", "Column 5"}));
     QCOMPARE(m_model->errors(), Cells({{0, 2}, {2, 0}, {2, 3}, {3, 2}}));
 }
 

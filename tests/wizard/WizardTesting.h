@@ -59,6 +59,25 @@ inline std::function<void(QWidget*)> editorEdits(QList<CellEdit> edits, bool* se
     };
 }
 
+// Closes the editor that just opened with a click on its Close button.
+inline std::function<void(QWidget*)> closeEditorByClick(bool* seen = nullptr)
+{
+    return [seen](QWidget* modal) {
+        auto* editor = qobject_cast<XCsvEditor*>(modal);
+        if (seen)
+            *seen = editor != nullptr;
+        QAbstractButton* close = nullptr;
+        for (QPushButton* button : modal->findChildren<QPushButton*>()) {
+            if (button->text() == QStringLiteral("Close"))
+                close = button;
+        }
+        if (editor && close)
+            QTest::mouseClick(close, Qt::LeftButton);
+        else
+            modal->close();
+    };
+}
+
 // Closes the message box that just opened and keeps its title and text.
 inline std::function<void(QWidget*)> messageBoxSeen(QString* title, QString* text)
 {
@@ -71,6 +90,32 @@ inline std::function<void(QWidget*)> messageBoxSeen(QString* title, QString* tex
         } else {
             modal->close();
         }
+    };
+}
+
+// Clicks the message box button showing answer; keeps the box's text and
+// the texts of all its buttons.
+inline std::function<void(QWidget*)> messageBoxAnswer(QString const& answer, QString* text,
+                                                      QStringList* buttons = nullptr)
+{
+    return [answer, text, buttons](QWidget* modal) {
+        auto* box = qobject_cast<QMessageBox*>(modal);
+        if (!box) {
+            modal->close();
+            return;
+        }
+        *text = box->text();
+        QAbstractButton* chosen = nullptr;
+        for (QAbstractButton* button : box->buttons()) {
+            if (buttons)
+                *buttons << button->text();
+            if (button->text() == answer)
+                chosen = button;
+        }
+        if (chosen)
+            QTest::mouseClick(chosen, Qt::LeftButton);
+        else
+            box->reject();
     };
 }
 

@@ -162,11 +162,11 @@ void TestEditedTable::statusTexts_data()
     QTest::addColumn<bool>("red");
     QTest::newRow("errors")
         << true
-        << QStringLiteral("There are errors in the csv file. Click on the Edit button to fix them.")
+        << QStringLiteral("There are errors in the table. Click on the Edit button to fix them.")
         << true;
     QTest::newRow("clean") << false
                            << QStringLiteral(
-                                  "Click on the Edit button to make changes to the csv file.")
+                                  "Click on the Edit button to make changes to the table.")
                            << false;
 }
 

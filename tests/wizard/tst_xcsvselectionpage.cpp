@@ -1,4 +1,5 @@
 #include "CellText.h"
+#include "InputDialogAnswer.h"
 #include "WizardTesting.h"
 #include "XCsv.h"
 #include "XCsvSelectionPage.h"
@@ -6,6 +7,7 @@
 #include "XWizard.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -34,12 +36,22 @@ private slots:
     void startWithErrorsBlocks();
     void checkedWithoutStartIsIncomplete();
     void reenteringStartsAfresh();
+    void startHeaderDiffersNamedBeforeFinish();
+    void noAccessions_data();
+    void noAccessions();
+    void leftOutLinesWarned();
+    void noAlleleColumnsRefused_data();
+    void noAlleleColumnsRefused();
+    void windows1252Noted();
 
 private:
-    QLabel* label(int row) { return qobject_cast<QLabel*>(gridWidget(m_page, row, 0)); }
-    QPushButton* button(int row) { return qobject_cast<QPushButton*>(gridWidget(m_page, row, 1)); }
-    QLineEdit* lineEdit(int row) { return qobject_cast<QLineEdit*>(gridWidget(m_page, row, 0)); }
-    QCheckBox* checkBox() { return qobject_cast<QCheckBox*>(gridWidget(m_page, 2, 0)); }
+    template <typename T> T* named(char const* name)
+    {
+        return m_page->findChild<T*>(QLatin1String(name));
+    }
+    QCheckBox* checkBox() { return named<QCheckBox>("startCheck"); }
+    // Browses for the input, ticks the box, browses for the start: all clicks.
+    void loadBoth(QString const& input, QString const& start);
     QString path(QString const& name) { return m_dir->filePath(name); }
 
     QTemporaryDir* m_dir = nullptr;
@@ -76,25 +88,25 @@ void TestXCsvSelectionPage::titlesAndLayout()
 {
     QCOMPARE(m_page->title(), QStringLiteral("Select file"));
     QCOMPARE(m_page->subTitle(), QStringLiteral("Preview and edit the input spreadsheet"));
-    QVERIFY(lineEdit(0)->isReadOnly());
-    QCOMPARE(button(0)->text(), QStringLiteral("Browse..."));
-    QCOMPARE(button(1)->text(), QStringLiteral("Edit"));
+    QVERIFY(named<QLineEdit>("inputFile")->isReadOnly());
+    QCOMPARE(named<QPushButton>("inputBrowse")->text(), QStringLiteral("Browse..."));
+    QCOMPARE(named<QPushButton>("inputEdit")->text(), QStringLiteral("Edit"));
     QCOMPARE(checkBox()->text(), QStringLiteral("Start from an existing core collection"));
-    QVERIFY(lineEdit(3)->isReadOnly());
-    QCOMPARE(button(3)->text(), QStringLiteral("Browse..."));
-    QCOMPARE(button(4)->text(), QStringLiteral("Edit"));
-    QCOMPARE(m_page->nextId(), 3);
+    QVERIFY(named<QLineEdit>("startFile")->isReadOnly());
+    QCOMPARE(named<QPushButton>("startBrowse")->text(), QStringLiteral("Browse..."));
+    QCOMPARE(named<QPushButton>("startEdit")->text(), QStringLiteral("Edit"));
+    QCOMPARE(m_page->nextId(), int(XWizard::SettingsPage));
 }
 
 void TestXCsvSelectionPage::enteringHidesEverything()
 {
-    for (int row : {1, 3, 4}) {
-        QVERIFY(!label(row) || !label(row)->isVisible());
-        QVERIFY(!button(row)->isVisible());
-    }
+    for (char const* name : {"inputStatus", "inputNote", "startStatus", "startNote"})
+        QVERIFY(!named<QLabel>(name)->isVisible());
+    for (char const* name : {"inputEdit", "startBrowse", "startEdit"})
+        QVERIFY(!named<QPushButton>(name)->isVisible());
     QVERIFY(!checkBox()->isVisible());
-    QVERIFY(!lineEdit(3)->isVisible());
-    QVERIFY(button(0)->isVisible());
+    QVERIFY(!named<QLineEdit>("startFile")->isVisible());
+    QVERIFY(named<QPushButton>("inputBrowse")->isVisible());
     QVERIFY(!m_page->isComplete());
     QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
 }
@@ -102,18 +114,18 @@ void TestXCsvSelectionPage::enteringHidesEverything()
 void TestXCsvSelectionPage::loadValidCsv()
 {
     answerOpenDialog(QStringLiteral("  ") + m_microbov + QStringLiteral(" "));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QVERIFY(m_page->csv());
     QCOMPARE(m_page->csv()->rows(), 705);
     QCOMPARE(m_page->csv()->columns(), 61);
     QCOMPARE(m_page->csv()->parent(), nullptr);
-    QCOMPARE(lineEdit(0)->text(), m_microbov);
-    QCOMPARE(label(1)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
-    QVERIFY(label(1)->isVisible());
-    QCOMPARE(label(1)->palette().color(QPalette::WindowText),
+    QCOMPARE(named<QLineEdit>("inputFile")->text(), m_microbov);
+    QCOMPARE(named<QLabel>("inputStatus")->text(),
+             QStringLiteral("Click on the Edit button to make changes to the table."));
+    QVERIFY(named<QLabel>("inputStatus")->isVisible());
+    QCOMPARE(named<QLabel>("inputStatus")->palette().color(QPalette::WindowText),
              QPalette().color(QPalette::WindowText));
-    QVERIFY(button(1)->isVisible());
+    QVERIFY(named<QPushButton>("inputEdit")->isVisible());
     QVERIFY(checkBox()->isVisible());
     QVERIFY(!checkBox()->isChecked());
     QVERIFY(m_page->isComplete());
@@ -124,12 +136,12 @@ void TestXCsvSelectionPage::browseFilterAndCancel()
 {
     QString filter;
     answerOpenDialog(QString(), &filter);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(filter, QStringLiteral("Spreadsheets (*.csv *.xls)"));
     QCOMPARE(m_page->csv(), nullptr);
     QVERIFY(!checkBox()->isVisible());
     answerOpenDialog(QStringLiteral("   "));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(m_page->csv(), nullptr);
 }
 
@@ -149,27 +161,27 @@ void TestXCsvSelectionPage::wrongSuffix()
     answerOpenDialog(path(name));
     QString title, text;
     whenModalOpens(messageBoxSeen(&title, &text));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(title, QStringLiteral("Error"));
     QCOMPARE(text, QStringLiteral("The file you selected is not a .csv or a .xls file."));
     QCOMPARE(m_page->csv(), nullptr);
-    QVERIFY(lineEdit(0)->text().isEmpty());
+    QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
 }
 
 void TestXCsvSelectionPage::failedReadKeepsTable()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QPointer<XCsv> first = m_page->csv();
     QVERIFY(writeText(path("x.doc"), "x"));
     answerOpenDialog(path("x.doc"));
     QString title, text;
     whenModalOpens(messageBoxSeen(&title, &text));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(title, QStringLiteral("Error"));
     QVERIFY(!first.isNull());
     QCOMPARE(m_page->csv(), first.data());
-    QCOMPARE(lineEdit(0)->text(), m_microbov);
+    QCOMPARE(named<QLineEdit>("inputFile")->text(), m_microbov);
     QVERIFY(m_page->isComplete());
 }
 
@@ -177,29 +189,31 @@ void TestXCsvSelectionPage::invalidCellsThenRepair()
 {
     QVERIFY(writeText(path("bad.csv"), "Name,M1,M1\nA,1,2\nB,x,3\nC,4,-1\n"));
     answerOpenDialog(path("bad.csv"));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QVERIFY(m_page->csv());
-    QCOMPARE(label(1)->text(), QStringLiteral("There are errors in the csv file. Click on the Edit "
-                                              "button to fix them."));
+    QCOMPARE(named<QLabel>("inputStatus")->text(),
+             QStringLiteral("There are errors in the table. Click on the Edit "
+                            "button to fix them."));
     for (auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        QCOMPARE(label(1)->palette().color(group, QPalette::WindowText), QColor(Qt::red));
+        QCOMPARE(named<QLabel>("inputStatus")->palette().color(group, QPalette::WindowText),
+                 QColor(Qt::red));
     QVERIFY(!m_page->isComplete());
     QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
 
     // Fix one of two errors: still incomplete.
     bool seen = false;
     whenModalOpens(editorEdits({{1, 0, "5"}}, &seen));
-    clickButton(button(1));
+    clickButton(named<QPushButton>("inputEdit"));
     QVERIFY(seen);
     QVERIFY(!m_page->isComplete());
     QCOMPARE(cellText(m_page->csv()->at(2, 1)), QStringLiteral("s:5"));
 
     whenModalOpens(editorEdits({{2, 1, "7"}}, &seen));
-    clickButton(button(1));
+    clickButton(named<QPushButton>("inputEdit"));
     QVERIFY(m_page->isComplete());
-    QCOMPARE(label(1)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
-    QCOMPARE(label(1)->palette().color(QPalette::WindowText),
+    QCOMPARE(named<QLabel>("inputStatus")->text(),
+             QStringLiteral("Click on the Edit button to make changes to the table."));
+    QCOMPARE(named<QLabel>("inputStatus")->palette().color(QPalette::WindowText),
              QPalette().color(QPalette::WindowText));
     QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
 }
@@ -213,7 +227,7 @@ void TestXCsvSelectionPage::loadXls()
     answerOpenDialog(xls);
     QString title, text;
     whenModalOpens(messageBoxSeen(&title, &text), 300);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     if (!m_page->csv())
         QSKIP(qPrintable(QStringLiteral("this build cannot read workbooks: ") + text));
     QCOMPARE(gridText(*m_page->csv()),
@@ -224,21 +238,22 @@ void TestXCsvSelectionPage::loadXls()
 void TestXCsvSelectionPage::startingCollection()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     checkBox()->setChecked(true);
-    QVERIFY(lineEdit(3)->isVisible());
-    QVERIFY(button(3)->isVisible());
-    QVERIFY(!button(4)->isVisible());
+    QVERIFY(named<QLineEdit>("startFile")->isVisible());
+    QVERIFY(named<QPushButton>("startBrowse")->isVisible());
+    QVERIFY(!named<QPushButton>("startEdit")->isVisible());
     QVERIFY(!m_page->isComplete());
 
     answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    clickButton(button(3));
+    clickButton(named<QPushButton>("startBrowse"));
     QVERIFY(m_page->src());
     QCOMPARE(m_page->src()->rows(), 6);
-    QCOMPARE(lineEdit(3)->text(), QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    QCOMPARE(label(4)->text(),
-             QStringLiteral("Click on the Edit button to make changes to the csv file."));
-    QVERIFY(button(4)->isVisible());
+    QCOMPARE(named<QLineEdit>("startFile")->text(),
+             QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
+    QCOMPARE(named<QLabel>("startStatus")->text(),
+             QStringLiteral("Click on the Edit button to make changes to the table."));
+    QVERIFY(named<QPushButton>("startEdit")->isVisible());
     QVERIFY(checkBox()->isChecked());
     QVERIFY(m_page->isComplete());
 }
@@ -246,59 +261,61 @@ void TestXCsvSelectionPage::startingCollection()
 void TestXCsvSelectionPage::uncheckThrowsStartAway()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     checkBox()->setChecked(true);
     answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    clickButton(button(3));
+    clickButton(named<QPushButton>("startBrowse"));
     QPointer<XCsv> src = m_page->src();
     QVERIFY(src);
     checkBox()->setChecked(false);
     QVERIFY(src.isNull());
     QCOMPARE(m_page->src(), nullptr);
-    QVERIFY(!lineEdit(3)->isVisible());
+    QVERIFY(!named<QLineEdit>("startFile")->isVisible());
     QVERIFY(m_page->isComplete());
     // Checking again needs a new Browse.
     checkBox()->setChecked(true);
     QCOMPARE(m_page->src(), nullptr);
-    QVERIFY(lineEdit(3)->text().isEmpty());
+    QVERIFY(named<QLineEdit>("startFile")->text().isEmpty());
     QVERIFY(!m_page->isComplete());
 }
 
 void TestXCsvSelectionPage::secondInputClearsStart()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QPointer<XCsv> first = m_page->csv();
     checkBox()->setChecked(true);
     answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    clickButton(button(3));
+    clickButton(named<QPushButton>("startBrowse"));
     QPointer<XCsv> src = m_page->src();
 
     QVERIFY(writeText(path("second.csv"), "Name,M\nA,1\n"));
     answerOpenDialog(path("second.csv"));
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QVERIFY(first.isNull());
     QVERIFY(src.isNull());
     QCOMPARE(m_page->csv()->rows(), 2);
     QVERIFY(!checkBox()->isChecked());
     QVERIFY(checkBox()->isVisible());
-    QVERIFY(!lineEdit(3)->isVisible());
+    QVERIFY(!named<QLineEdit>("startFile")->isVisible());
     QVERIFY(m_page->isComplete());
 }
 
 void TestXCsvSelectionPage::startWithErrorsBlocks()
 {
-    answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    // Headers alike: only the invalid cell blocks.
+    QVERIFY(writeText(path("input.csv"), "Name,M\nA,1\n"));
+    answerOpenDialog(path("input.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
     checkBox()->setChecked(true);
     QVERIFY(writeText(path("start.csv"), "Name,M\nS,abc\n"));
     answerOpenDialog(path("start.csv"));
-    clickButton(button(3));
-    QCOMPARE(label(4)->palette().color(QPalette::WindowText), QColor(Qt::red));
+    clickButton(named<QPushButton>("startBrowse"));
+    QCOMPARE(named<QLabel>("startStatus")->palette().color(QPalette::WindowText), QColor(Qt::red));
     QVERIFY(!m_page->isComplete());
     bool seen = false;
     whenModalOpens(editorEdits({{0, 0, "12"}}, &seen));
-    clickButton(button(4));
+    clickButton(named<QPushButton>("startEdit"));
     QVERIFY(seen);
     QCOMPARE(cellText(m_page->src()->at(1, 1)), QStringLiteral("s:12"));
     QVERIFY(m_page->isComplete());
@@ -307,7 +324,7 @@ void TestXCsvSelectionPage::startWithErrorsBlocks()
 void TestXCsvSelectionPage::checkedWithoutStartIsIncomplete()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QSignalSpy changed(m_page, &QWizardPage::completeChanged);
     checkBox()->setChecked(true);
     QCOMPARE(changed.count(), 1);
@@ -317,7 +334,7 @@ void TestXCsvSelectionPage::checkedWithoutStartIsIncomplete()
 void TestXCsvSelectionPage::reenteringStartsAfresh()
 {
     answerOpenDialog(m_microbov);
-    clickButton(button(0));
+    clickButton(named<QPushButton>("inputBrowse"));
     QPointer<XCsv> csv = m_page->csv();
     m_wizard->back();
     QCOMPARE(m_wizard->currentId(), 0);
@@ -326,9 +343,179 @@ void TestXCsvSelectionPage::reenteringStartsAfresh()
     m_wizard->next();
     QVERIFY(csv.isNull());
     QCOMPARE(m_page->csv(), nullptr);
-    QVERIFY(lineEdit(0)->text().isEmpty());
+    QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
     QVERIFY(!checkBox()->isVisible());
     QVERIFY(!m_page->isComplete());
+}
+
+void TestXCsvSelectionPage::loadBoth(QString const& input, QString const& start)
+{
+    answerOpenDialog(input);
+    clickButton(named<QPushButton>("inputBrowse"));
+    QApplication::processEvents();
+    // On the indicator: the middle of a wide check box is not a hit.
+    QTest::mouseClick(checkBox(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(checkBox()->height() / 2, checkBox()->height() / 2));
+    QVERIFY(checkBox()->isChecked());
+    answerOpenDialog(start);
+    clickButton(named<QPushButton>("startBrowse"));
+}
+
+void TestXCsvSelectionPage::startHeaderDiffersNamedBeforeFinish()
+{
+    QFile file(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArray text = file.readAll();
+    // The third column's header, the second "INRA63", gets a typo.
+    text.replace(QByteArray("Name,INRA63,INRA63,"), QByteArray("Name,INRA63,INRA63X,"));
+    QVERIFY(writeText(path("start.csv"), text));
+    loadBoth(m_microbov, path("start.csv"));
+    QVERIFY(m_page->src());
+    QLabel* status = named<QLabel>("startStatus");
+    QVERIFY(status->isVisible());
+    QCOMPARE(status->text(), QStringLiteral("The starting collection's header differs from the "
+                                            "input's in column 3: \"INRA63X\" instead of "
+                                            "\"INRA63\"."));
+    QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
+    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+
+    // Repaired in the editor: the page says so at once and Next opens.
+    InputDialogAnswer rename;
+    bool seen = false;
+    whenModalOpens([&rename, &seen](QWidget* modal) {
+        auto* editor = qobject_cast<XCsvEditor*>(modal);
+        seen = editor != nullptr;
+        if (!editor) {
+            modal->close();
+            return;
+        }
+        QHeaderView* header = editor->findChild<XCsvTableWidget*>()->horizontalHeader();
+        rename.arm(QStringLiteral("INRA63"), true);
+        const QPoint at(header->sectionViewportPosition(1) + header->sectionSize(1) / 2,
+                        header->height() / 2);
+        QTest::mouseDClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+        closeEditorByClick()(editor);
+    });
+    clickButton(named<QPushButton>("startEdit"));
+    QVERIFY(seen);
+    QVERIFY(rename.seen);
+    QCOMPARE(rename.initial, QStringLiteral("INRA63X"));
+    QCOMPARE(status->text(),
+             QStringLiteral("Click on the Edit button to make changes to the table."));
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::noAccessions_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<QString>("statusName");
+    QTest::addColumn<QString>("message");
+    const QString noRows = QStringLiteral(
+        "The table has no accessions: it needs at least one row below its header row.");
+    QTest::newRow("header only") << QByteArray("Name,M,M\n") << QByteArray() << "inputStatus"
+                                 << noRows;
+    QTest::newRow("empty file") << QByteArray() << QByteArray() << "inputStatus"
+                                << QStringLiteral("The file is empty.");
+    QTest::newRow("start header only")
+        << QByteArray("Name,M,M\nA,1,2\n") << QByteArray("Name,M,M\n") << "startStatus" << noRows;
+    QTest::newRow("start empty") << QByteArray("Name,M,M\nA,1,2\n") << QByteArray(" ")
+                                 << "startStatus" << noRows;
+}
+
+void TestXCsvSelectionPage::noAccessions()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(QByteArray, start);
+    QFETCH(QString, statusName);
+    QFETCH(QString, message);
+    QVERIFY(writeText(path("input.csv"), input));
+    if (start.isNull()) {
+        answerOpenDialog(path("input.csv"));
+        clickButton(named<QPushButton>("inputBrowse"));
+    } else {
+        QVERIFY(writeText(path("start.csv"), start));
+        loadBoth(path("input.csv"), path("start.csv"));
+    }
+    auto* status = m_page->findChild<QLabel*>(statusName);
+    QVERIFY(status->isVisible());
+    QCOMPARE(status->text(), message);
+    QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
+    QVERIFY(!m_page->isComplete());
+    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::leftOutLinesWarned()
+{
+    // Lines 3 and 5 have more or fewer fields than the header row: the
+    // quoted name with a comma in it is split in two. The blank line is no loss.
+    QVERIFY(writeText(path("input.csv"), "Name,M,M\nA1,1,2\n\"Smith, J\",3,4\nA2,5,6\n"
+                                         "A3,7\n\nA4,8,9\n"));
+    answerOpenDialog(path("input.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->rows(), 4);
+    QLabel* note = named<QLabel>("inputNote");
+    QVERIFY(note->isVisible());
+    QCOMPARE(note->text(),
+             QStringLiteral("2 lines of the file were left out because their number of fields "
+                            "differs from the header row: lines 3 and 5."));
+    QCOMPARE(note->palette().color(QPalette::WindowText), QColor(176, 96, 0));
+    // A warning, not a refusal.
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+
+    QVERIFY(writeText(path("one.csv"), "Name,M,M\nA1,1\nA2,1,2\n"));
+    answerOpenDialog(path("one.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(note->text(), QStringLiteral("1 line of the file was left out because its number of "
+                                          "fields differs from the header row: line 2."));
+    QVERIFY(writeText(path("clean.csv"), "Name,M,M\nA1,1,2\n"));
+    answerOpenDialog(path("clean.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QVERIFY(!note->isVisible());
+}
+
+void TestXCsvSelectionPage::noAlleleColumnsRefused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("semicolons") << QByteArray("Name;M;M\nA;1;2\nB;3;4\n");
+    QTest::newRow("tabs") << QByteArray("Name\tM\tM\nA\t1\t2\n");
+    QTest::newRow("labels only") << QByteArray("Name\nA\nB\n");
+}
+
+void TestXCsvSelectionPage::noAlleleColumnsRefused()
+{
+    QFETCH(QByteArray, content);
+    QVERIFY(writeText(path("one.csv"), content));
+    answerOpenDialog(path("one.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QLabel* status = named<QLabel>("inputStatus");
+    QVERIFY(status->isVisible());
+    QCOMPARE(status->text(), QStringLiteral("The table has no allele columns: is it separated by "
+                                            "semicolons or tabs?"));
+    QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
+    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::windows1252Noted()
+{
+    // "Bétail" as an old spreadsheet export in Europe writes it.
+    QVERIFY(writeText(path("latin.csv"), "Name,M,M\nB\xe9tail,1,2\nA2,5\n"));
+    answerOpenDialog(path("latin.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
+    QLabel* note = named<QLabel>("inputNote");
+    QVERIFY(note->isVisible());
+    QCOMPARE(note->text(),
+             QStringLiteral("This file is not UTF-8; it was read as Windows-1252.\n1 line of the "
+                            "file was left out because its number of fields differs from the "
+                            "header row: line 3."));
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+    // A UTF-8 file afterwards says nothing of encodings.
+    QVERIFY(writeText(path("utf8.csv"), "Name,M,M\nB\xc3\xa9tail,1,2\n"));
+    answerOpenDialog(path("utf8.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
+    QVERIFY(!note->isVisible());
 }
 
 QTEST_MAIN(TestXCsvSelectionPage)

@@ -28,9 +28,9 @@ private slots:
     void reenteringStartsAfresh();
 
 private:
-    QSpinBox* rows() { return m_page->findChildren<QSpinBox*>().at(0); }
-    QSpinBox* columns() { return m_page->findChildren<QSpinBox*>().at(1); }
-    QLineEdit* fill() { return m_page->findChild<QLineEdit*>(); }
+    QSpinBox* rows() { return m_page->findChild<QSpinBox*>(QStringLiteral("rows")); }
+    QSpinBox* columns() { return m_page->findChild<QSpinBox*>(QStringLiteral("columns")); }
+    QLineEdit* fill() { return m_page->findChild<QLineEdit*>(QStringLiteral("fill")); }
     QAbstractButton* buttonNamed(QString const& text) { return findButton(m_page, text); }
     QLabel* labelNamed(QString const& text) { return findLabel(m_page, text); }
     void create(QList<CellEdit> edits = {});
@@ -109,8 +109,7 @@ void TestXManualEditingPage::createStarTable()
                           "s:Row 3|s:*|s:*"}));
     QVERIFY(!buttonNamed(QStringLiteral("Create"))->isVisible());
     QVERIFY(buttonNamed(QStringLiteral("Edit"))->isVisible());
-    QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the csv file.")));
+    QVERIFY(labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
     QVERIFY(m_page->isComplete());
     QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
 }
@@ -131,7 +130,7 @@ void TestXManualEditingPage::invalidFill()
     create();
     QCOMPARE(cellText(m_page->csv()->at(1, 1)), QStringLiteral("s:") + text);
     QLabel* status = labelNamed(
-        QStringLiteral("There are errors in the csv file. Click on the Edit button to fix them."));
+        QStringLiteral("There are errors in the table. Click on the Edit button to fix them."));
     QVERIFY(status && status->isVisible());
     QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
     QVERIFY(!m_page->isComplete());
@@ -143,8 +142,7 @@ void TestXManualEditingPage::invalidFill()
     whenModalOpens(editorEdits({{1, 1, "17"}}));
     clickButton(buttonNamed(QStringLiteral("Edit")));
     QVERIFY(m_page->isComplete());
-    QVERIFY(
-        labelNamed(QStringLiteral("Click on the Edit button to make changes to the csv file.")));
+    QVERIFY(labelNamed(QStringLiteral("Click on the Edit button to make changes to the table.")));
 }
 
 void TestXManualEditingPage::fillKeptAsTyped()

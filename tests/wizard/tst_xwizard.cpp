@@ -46,8 +46,16 @@ private slots:
     void finishFileDropsManualTable();
     void cancelDeletesTables();
     void rejectAfterManualDeletesTable();
+    void enterAfterEditorGoesForward_data();
+    void enterAfterEditorGoesForward();
+    void cancelAsksBeforeDiscarding();
+    void cancelWithoutTablesClosesAtOnce();
+    void manualSizeLockedAfterCreate();
 
 private:
+    // A click on the radio button's indicator: the middle of a wide button
+    // may lie beyond its text and not count as a hit.
+    void chooseManual();
     void connectReceiver();
     void loadInput(QString const& fileName);
     QSpinBox* iterations();
@@ -63,6 +71,8 @@ void TestXWizard::init()
     m_received = Received();
     connectReceiver();
     m_wizard->show();
+    QApplication::setActiveWindow(m_wizard);
+    QVERIFY(QTest::qWaitForWindowActive(m_wizard));
 }
 
 void TestXWizard::cleanup()
@@ -74,6 +84,16 @@ void TestXWizard::cleanup()
     // The receiver owns what it was given.
     delete m_received.csv;
     delete m_received.src;
+}
+
+void TestXWizard::chooseManual()
+{
+    auto* radio =
+        m_wizard->page(XWizard::FirstPage)->findChild<QRadioButton*>(QStringLiteral("manually"));
+    QApplication::processEvents();
+    QTest::mouseClick(radio, Qt::LeftButton, Qt::NoModifier,
+                      QPoint(radio->height() / 2, radio->height() / 2));
+    QVERIFY(radio->isChecked());
 }
 
 void TestXWizard::connectReceiver()
@@ -94,17 +114,18 @@ void TestXWizard::loadInput(QString const& fileName)
         m_wizard->next();
     answerOpenDialog(fileName);
     auto* page = m_wizard->page(XWizard::SelectionPage);
-    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 0, 1)));
+    clickButton(page->findChild<QPushButton*>(QStringLiteral("inputBrowse")));
 }
 
 QSpinBox* TestXWizard::iterations()
 {
-    return m_wizard->page(XWizard::SettingsPage)->findChildren<QSpinBox*>().at(0);
+    return m_wizard->page(XWizard::SettingsPage)
+        ->findChild<QSpinBox*>(QStringLiteral("iterations"));
 }
 
 QSpinBox* TestXWizard::seed()
 {
-    return m_wizard->page(XWizard::SettingsPage)->findChildren<QSpinBox*>().at(1);
+    return m_wizard->page(XWizard::SettingsPage)->findChild<QSpinBox*>(QStringLiteral("seed"));
 }
 
 void TestXWizard::pages_data()
@@ -142,21 +163,23 @@ void TestXWizard::pages()
 
 void TestXWizard::firstPage()
 {
-    const auto radios = m_wizard->page(0)->findChildren<QRadioButton*>();
-    QCOMPARE(radios.size(), 2);
+    const QList<QRadioButton*> radios = {
+        m_wizard->page(0)->findChild<QRadioButton*>(QStringLiteral("fromFile")),
+        m_wizard->page(0)->findChild<QRadioButton*>(QStringLiteral("manually"))};
+    QCOMPARE(m_wizard->page(0)->findChildren<QRadioButton*>().size(), 2);
     QCOMPARE(radios.at(0)->text(), QStringLiteral("Input from an existing file"));
     QCOMPARE(radios.at(1)->text(), QStringLiteral("Input data manually"));
     QVERIFY(radios.at(0)->isChecked());
     QCOMPARE(m_wizard->field("file").toBool(), true);
     QCOMPARE(m_wizard->field("manual").toBool(), false);
-    QCOMPARE(m_wizard->page(0)->nextId(), 1);
+    QCOMPARE(m_wizard->page(0)->nextId(), int(XWizard::SelectionPage));
     radios.at(1)->setChecked(true);
-    QCOMPARE(m_wizard->page(0)->nextId(), 2);
+    QCOMPARE(m_wizard->page(0)->nextId(), int(XWizard::ManualPage));
     QCOMPARE(m_wizard->field("file").toBool(), false);
     // Neither checked: the page leads nowhere.
     radios.at(1)->setAutoExclusive(false);
     radios.at(1)->setChecked(false);
-    QCOMPARE(m_wizard->page(0)->nextId(), 0);
+    QCOMPARE(m_wizard->page(0)->nextId(), int(XWizard::FirstPage));
 }
 
 void TestXWizard::pageOrder()
@@ -164,8 +187,8 @@ void TestXWizard::pageOrder()
     QCOMPARE(m_wizard->currentId(), 0);
     m_wizard->next();
     QCOMPARE(m_wizard->currentId(), 1);
-    QCOMPARE(m_wizard->page(1)->nextId(), 3);
-    QCOMPARE(m_wizard->page(2)->nextId(), 3);
+    QCOMPARE(m_wizard->page(1)->nextId(), int(XWizard::SettingsPage));
+    QCOMPARE(m_wizard->page(2)->nextId(), int(XWizard::SettingsPage));
     QCOMPARE(m_wizard->page(3)->nextId(), -1);
     m_wizard->back();
     m_wizard->setField("manual", true);
@@ -243,9 +266,9 @@ void TestXWizard::finishFromFileWithStart()
 {
     loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
     auto* page = qobject_cast<XCsvSelectionPage*>(m_wizard->page(1));
-    page->findChild<QCheckBox*>()->setChecked(true);
+    page->findChild<QCheckBox*>(QStringLiteral("startCheck"))->setChecked(true);
     answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 3, 1)));
+    clickButton(page->findChild<QPushButton*>(QStringLiteral("startBrowse")));
     QPointer<XCsv> src = page->src();
     QVERIFY(src);
     m_wizard->next();
@@ -264,8 +287,8 @@ void TestXWizard::finishManual()
     m_wizard->setField("manual", true);
     m_wizard->next();
     auto* page = qobject_cast<XManualEditingPage*>(m_wizard->page(2));
-    page->findChildren<QSpinBox*>().at(0)->setValue(3);
-    page->findChildren<QSpinBox*>().at(1)->setValue(2);
+    page->findChild<QSpinBox*>(QStringLiteral("rows"))->setValue(3);
+    page->findChild<QSpinBox*>(QStringLiteral("columns"))->setValue(2);
     whenModalOpens(editorEdits({{0, 0, "5"}}));
     clickButton(findButton(page, QStringLiteral("Create")));
     QPointer<XCsv> csv = page->csv();
@@ -308,13 +331,16 @@ void TestXWizard::cancelDeletesTables()
 {
     loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
     auto* page = qobject_cast<XCsvSelectionPage*>(m_wizard->page(1));
-    page->findChild<QCheckBox*>()->setChecked(true);
+    page->findChild<QCheckBox*>(QStringLiteral("startCheck"))->setChecked(true);
     answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
-    clickButton(qobject_cast<QPushButton*>(gridWidget(page, 3, 1)));
+    clickButton(page->findChild<QPushButton*>(QStringLiteral("startBrowse")));
     QPointer<XCsv> csv = page->csv();
     QPointer<XCsv> src = page->src();
     QVERIFY(csv && src);
+    QString question;
+    whenModalOpens(messageBoxAnswer(QStringLiteral("Discard"), &question));
     clickButton(m_wizard->button(QWizard::CancelButton));
+    QCOMPARE(question, QStringLiteral("Discard the tables of this analysis?"));
     QVERIFY(csv.isNull());
     QVERIFY(src.isNull());
     QCOMPARE(m_received.calls, 0);
@@ -329,9 +355,124 @@ void TestXWizard::rejectAfterManualDeletesTable()
     clickButton(findButton(manual, QStringLiteral("Create")));
     QPointer<XCsv> csv = manual->csv();
     QVERIFY(csv);
+    QString question;
+    whenModalOpens(messageBoxAnswer(QStringLiteral("Discard"), &question));
     m_wizard->reject();
+    QCOMPARE(question, QStringLiteral("Discard the tables of this analysis?"));
     QVERIFY(csv.isNull());
     QCOMPARE(m_received.calls, 0);
+}
+
+void TestXWizard::enterAfterEditorGoesForward_data()
+{
+    QTest::addColumn<bool>("manual");
+    QTest::newRow("file") << false;
+    QTest::newRow("by hand") << true;
+}
+
+void TestXWizard::enterAfterEditorGoesForward()
+{
+    // Enter after the editor closes must never go back and lose the table.
+    QFETCH(bool, manual);
+    if (manual)
+        chooseManual();
+    clickButton(m_wizard->button(QWizard::NextButton));
+    QWizardPage* page = m_wizard->currentPage();
+    whenModalOpens(closeEditorByClick());
+    if (manual) {
+        clickButton(page->findChild<QPushButton*>(QStringLiteral("create")));
+    } else {
+        answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+        clickButton(page->findChild<QPushButton*>(QStringLiteral("inputBrowse")));
+        clickButton(page->findChild<QPushButton*>(QStringLiteral("inputEdit")));
+    }
+    QPointer<XCsv> table = manual ? qobject_cast<XManualEditingPage*>(page)->csv()
+                                  : qobject_cast<XCsvSelectionPage*>(page)->csv();
+    QVERIFY(table);
+    // The window manager gives the wizard back its activation.
+    QApplication::setActiveWindow(m_wizard);
+    QTRY_VERIFY(m_wizard->isActiveWindow());
+    QWidget* focus = m_wizard->focusWidget();
+    QCOMPARE(focus, m_wizard->button(QWizard::NextButton));
+    QTest::keyClick(focus, Qt::Key_Return);
+    QCOMPARE(m_wizard->currentId(), int(XWizard::SettingsPage));
+    QVERIFY(table);
+    // Even with the focus on Back, Enter presses the default button: Finish.
+    QAbstractButton* back = m_wizard->button(QWizard::BackButton);
+    back->setFocus();
+    QTest::keyClick(back, Qt::Key_Return);
+    QCOMPARE(m_received.calls, 1);
+    QCOMPARE(m_received.csv, table.data());
+}
+
+void TestXWizard::cancelAsksBeforeDiscarding()
+{
+    clickButton(m_wizard->button(QWizard::NextButton));
+    auto* page = qobject_cast<XCsvSelectionPage*>(m_wizard->currentPage());
+    answerOpenDialog(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    clickButton(page->findChild<QPushButton*>(QStringLiteral("inputBrowse")));
+    QPointer<XCsv> csv = page->csv();
+    QVERIFY(csv);
+
+    // Cancel, then "Cancel" in the question: everything stays.
+    QString question;
+    QStringList buttons;
+    whenModalOpens(messageBoxAnswer(QStringLiteral("Cancel"), &question, &buttons));
+    clickButton(m_wizard->button(QWizard::CancelButton));
+    QCOMPARE(question, QStringLiteral("Discard the tables of this analysis?"));
+    QCOMPARE(buttons.size(), 2);
+    QVERIFY(buttons.contains(QStringLiteral("Discard")));
+    QVERIFY(buttons.contains(QStringLiteral("Cancel")));
+    QVERIFY(m_wizard->isVisible());
+    QVERIFY(csv);
+
+    // Escape asks too; Discard closes the wizard and deletes the table.
+    question.clear();
+    whenModalOpens(messageBoxAnswer(QStringLiteral("Discard"), &question));
+    QTest::keyClick(m_wizard, Qt::Key_Escape);
+    QCOMPARE(question, QStringLiteral("Discard the tables of this analysis?"));
+    QVERIFY(!m_wizard->isVisible());
+    QVERIFY(csv.isNull());
+    QCOMPARE(m_received.calls, 0);
+}
+
+void TestXWizard::cancelWithoutTablesClosesAtOnce()
+{
+    bool asked = false;
+    whenModalOpens(
+        [&asked](QWidget* modal) {
+            asked = true;
+            modal->close();
+        },
+        500);
+    clickButton(m_wizard->button(QWizard::NextButton));
+    clickButton(m_wizard->button(QWizard::CancelButton));
+    QVERIFY(!m_wizard->isVisible());
+    QTest::qWait(600);
+    QVERIFY(!asked);
+}
+
+void TestXWizard::manualSizeLockedAfterCreate()
+{
+    chooseManual();
+    clickButton(m_wizard->button(QWizard::NextButton));
+    QWizardPage* page = m_wizard->currentPage();
+    auto* rows = page->findChild<QSpinBox*>(QStringLiteral("rows"));
+    auto* columns = page->findChild<QSpinBox*>(QStringLiteral("columns"));
+    QVERIFY(rows->isEnabled() && columns->isEnabled());
+    rows->setFocus();
+    QTest::keyClick(rows, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(rows, QStringLiteral("3"));
+    whenModalOpens(closeEditorByClick());
+    clickButton(page->findChild<QPushButton*>(QStringLiteral("create")));
+    QCOMPARE(qobject_cast<XManualEditingPage*>(page)->csv()->rows(), 4);
+    QVERIFY(!rows->isEnabled());
+    QVERIFY(!columns->isEnabled());
+    // Entering the page again starts afresh, with the boxes usable.
+    clickButton(m_wizard->button(QWizard::BackButton));
+    clickButton(m_wizard->button(QWizard::NextButton));
+    QVERIFY(rows->isEnabled());
+    QVERIFY(columns->isEnabled());
 }
 
 QTEST_MAIN(TestXWizard)
