@@ -6,6 +6,8 @@
 #include "XCore.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
+#include "XExactCommand.h"
+#include "XExactCore.h"
 #include "XProgressBar.h"
 #include "XResult.h"
 #include "XSaveFile.h"
@@ -98,8 +100,16 @@ int main(int argc, char** argv)
         "threads that search (default 0: one per core); any count gives the "
         "same result",
         "N", "0");
-    parser.addOptions(
-        {start, iterations, seed, workspace, output, percent, result, quiet, threads});
+    const QCommandLineOption search(
+        "search",
+        "reproducible (default): the randomised search, repeatable from its seed; exact: the "
+        "fewest accessions for each percentage, proven minimal or with a lower bound",
+        "MODE", "reproducible");
+    const QCommandLineOption budget("budget",
+                                    "seconds the exact search may spend on its proofs (default 60)",
+                                    "SECONDS", QString::number(XExactCore::defaultBudget));
+    parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet, threads,
+                       search, budget});
     parser.addPositionalArgument("INPUT", "the table of accessions (.csv or .xls)");
 
     if (!parser.parse(app.arguments()))
@@ -126,6 +136,13 @@ int main(int argc, char** argv)
     if (!readNumber(parser.value(percent), &percentValue) || percentValue < 1 || percentValue > 100)
         return usageError(QStringLiteral("--percent needs a whole number from 1 to 100."));
 
+    const QString mode = parser.value(search);
+    if (mode != QLatin1String("reproducible") && mode != QLatin1String("exact"))
+        return usageError(QStringLiteral("--search is reproducible or exact."));
+    int budgetValue = 0;
+    if (!readNumber(parser.value(budget), &budgetValue) || budgetValue < 0)
+        return usageError(QStringLiteral("--budget needs a whole number of seconds, 0 or more."));
+
     QTextStream err(stderr);
     std::unique_ptr<XCsv> input;
     if (!readTable(inputs.first(), input))
@@ -133,6 +150,16 @@ int main(int argc, char** argv)
     std::unique_ptr<XCsv> source;
     if (parser.isSet(start) && !readTable(parser.value(start), source))
         return UsageError;
+    if (mode == QLatin1String("exact")) {
+        XExactCommand::Options exact;
+        exact.budget = budgetValue;
+        exact.percent = percentValue;
+        exact.printResult = parser.isSet(result);
+        exact.progress = !parser.isSet(quiet) && isatty(STDERR_FILENO);
+        exact.output = parser.isSet(output) ? parser.value(output) : QString();
+        exact.workspace = parser.isSet(workspace) ? parser.value(workspace) : QString();
+        return XExactCommand::run(std::move(input), std::move(source), exact);
+    }
     // Resolve a clock seed here so that the summary can name it.
     if (seedValue == 0)
         seedValue = int(time(nullptr));

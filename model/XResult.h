@@ -35,6 +35,12 @@ public:
     XCsv const* input() const { return m_csv; }
     XCsv const* source() const { return m_src; }
 
+    // Per entry, no core with fewer rows holds its share (equal to the
+    // entry's size when it is proven minimal). Only the exact search gives
+    // them; empty otherwise. Not part of the text form.
+    QList<int> const& lowerBounds() const { return m_lowerBounds; }
+    void setLowerBounds(QList<int> const& bounds) { m_lowerBounds = bounds; }
+
     // False once the text form held a part that is not a whole number or a
     // negative allele count: no search writes such a line, so the text is
     // damaged. (A row may stand twice in one core: swaps can bring it back.)
@@ -49,5 +55,6 @@ private:
     XCsv const* m_src;
     Entries m_entries;
     QMap<int, XCsv*> m_cache;
+    QList<int> m_lowerBounds;
     bool m_wellFormed = true;
 };

@@ -6,10 +6,15 @@
 #include "XCsv.h"
 #include "XResult.h"
 
+#include <QStringList>
+
 namespace {
 
 const QString hasSourceKey = QStringLiteral("HasSource");
 const QString sliderKey = QStringLiteral("SliderValue");
+// Written only for a result of the exact search, which carries lower bounds.
+const QString searchKey = QStringLiteral("Search");
+const QString boundsKey = QStringLiteral("LowerBounds");
 const QLatin1String sectionEnd("#");
 
 // Collects the lines up to the next "#" line, each with its line end.
@@ -52,6 +57,13 @@ XWorkspace::XWorkspace(XCsv* csv, XCsv* src, XResult* result, QObject* parent)
 {
     if (m_src)
         m_settings.insert(hasSourceKey, true);
+    if (m_result && !m_result->lowerBounds().isEmpty()) {
+        QStringList bounds;
+        for (int bound : m_result->lowerBounds())
+            bounds << QString::number(bound);
+        m_settings.insert(searchKey, QStringLiteral("exact"));
+        m_settings.insert(boundsKey, bounds.join(QLatin1Char(',')));
+    }
 }
 
 XWorkspace::XWorkspace(QString const& source, QObject* parent) : XFile(parent)
@@ -174,6 +186,13 @@ void XWorkspace::fromString(QString& text)
         if (!readSection(lines, buffer))
             return;
         m_result = new XResult(buffer, m_csv, m_src);
+        if (m_settings.contains(boundsKey)) {
+            QList<int> bounds;
+            for (QString const& part :
+                 m_settings.value(boundsKey).toString().split(QLatin1Char(',')))
+                bounds << strictToInt(part);
+            m_result->setLowerBounds(bounds);
+        }
         m_cutOff = false;
     }
 }

@@ -59,6 +59,8 @@ private slots:
     void engineErrors_data();
     void engineErrors();
     void microbovExample();
+    void exactSummary();
+    void exactResultAndWorkspace();
 
 private:
     QString file(QString const& name, QString const& text);
@@ -90,8 +92,9 @@ void TestVireonCli::help()
 {
     const Outcome o = runCli({QStringLiteral("--help")});
     QCOMPARE(o.status, 0);
-    for (const char* option : {"--start", "--iterations", "--seed", "--workspace", "--output",
-                               "--percent", "--result", "--quiet", "--threads", "INPUT"})
+    for (const char* option :
+         {"--start", "--iterations", "--seed", "--workspace", "--output", "--percent", "--result",
+          "--quiet", "--threads", "--search", "--budget", "INPUT"})
         QVERIFY2(o.out.contains(QLatin1String(option)), option);
 }
 
@@ -244,6 +247,10 @@ void TestVireonCli::usageErrors_data()
     QTest::newRow("wrong suffix") << QStringList{readme}
                                   << readme +
                                          ": The file you selected is not a .csv or a .xls file.";
+    QTest::newRow("search mode") << QStringList{"--search", "fast", input}
+                                 << "--search is reproducible or exact.";
+    QTest::newRow("budget negative") << QStringList{"--search", "exact", "--budget", "-1", input}
+                                     << "--budget needs a whole number of seconds, 0 or more.";
     QTest::newRow("start wrong suffix")
         << QStringList{"-s", readme, input}
         << readme + ": The file you selected is not a .csv or a .xls file.";
@@ -346,6 +353,68 @@ void TestVireonCli::microbovExample()
     QFile fixture(QStringLiteral(VIREON_FIXTURES_DIR "/engine/microbov_i1_s1.txt"));
     QVERIFY(fixture.open(QIODevice::ReadOnly | QIODevice::Text));
     QCOMPARE(o.out, QString::fromUtf8(fixture.readAll()));
+}
+
+namespace {
+
+// r1 {A1 A2 B1}, r2 {A3 B2 B3}, r3 {A1 A3 B2}, r4 {A4} and a (B, 0) cell:
+// three alleles take one row, six take r1 and r2, all seven r1, r2 and r4.
+const QString fourRows =
+    QStringLiteral("Name,A,A,B,B\nr1,1,2,1,1\nr2,3,3,2,3\nr3,1,3,2,2\nr4,4,*,*,0\n");
+
+} // namespace
+
+void TestVireonCli::exactSummary()
+{
+    const QString input = file(QStringLiteral("in.csv"), fourRows);
+    const Outcome o = runCli({QStringLiteral("--search"), QStringLiteral("exact"), input});
+    QCOMPARE(o.status, 0);
+    QStringList lines = o.out.split(QLatin1Char('\n'));
+    const QString last = lines.value(lines.size() - 2);
+    QVERIFY2(QRegularExpression(QStringLiteral("^Proven minimal: 100 of 100 entries; time: "
+                                               "[0-9]+\\.[0-9] s$"))
+                 .match(last)
+                 .hasMatch(),
+             qPrintable(last));
+    lines.removeAt(lines.size() - 2);
+    QCOMPARE(lines.join(QLatin1Char('\n')),
+             QStringLiteral("percent\taccessions\talleles\tsize\n"
+                            "1-42\t1\t3\tminimal\n"
+                            "43-85\t2\t6\tminimal\n"
+                            "86-100\t3\t7\tminimal\n"
+                            "Total alleles: 7; (marker, 0) pairs left out: 1\n"));
+}
+
+void TestVireonCli::exactResultAndWorkspace()
+{
+    const QString input = file(QStringLiteral("in.csv"), fourRows);
+    const QString start =
+        file(QStringLiteral("start.csv"), QStringLiteral("Name,A,A,B,B\ns1,1,2,1,1\n"));
+    const QString ccw = m_dir->filePath(QStringLiteral("exact.ccw"));
+    const Outcome o =
+        runCli({QStringLiteral("--search"), QStringLiteral("exact"), QStringLiteral("--budget"),
+                QStringLiteral("30"), QStringLiteral("-s"), start, QStringLiteral("--result"),
+                QStringLiteral("-w"), ccw, QStringLiteral("-p"), QStringLiteral("90"), input});
+    QCOMPARE(o.status, 0);
+    QStringList expected;
+    QStringList bounds;
+    for (int p = 1; p <= 100; ++p) {
+        expected << (p <= 42   ? QStringLiteral("3")
+                     : p <= 85 ? QStringLiteral("2,6")
+                               : QStringLiteral("2,4,7"));
+        bounds << QString::number(p <= 42 ? 0 : p <= 85 ? 1 : 2);
+    }
+    QCOMPARE(o.out, expected.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+
+    XWorkspace read(ccw);
+    QVERIFY(read.result());
+    QCOMPARE(read.result()->toString(), o.out);
+    QCOMPARE(read.settings().value(QStringLiteral("Search")).toString(), QStringLiteral("exact"));
+    QCOMPARE(read.settings().value(QStringLiteral("LowerBounds")).toString(),
+             bounds.join(QLatin1Char(',')));
+    QCOMPARE(read.result()->lowerBounds().size(), 100);
+    QCOMPARE(read.slider(), 90);
+    QVERIFY(read.hasSource());
 }
 
 QTEST_GUILESS_MAIN(TestVireonCli)

@@ -48,6 +48,7 @@ private slots:
     void sliderDefaultAndRoundTrip();
     void settingsLinesTrimmedAndSplit();
     void otherSettingsKept();
+    void lowerBoundsRoundTrip();
     void sliderValues_data();
     void sliderValues();
     void hasSourceValues_data();
@@ -181,6 +182,32 @@ void TestXWorkspace::otherSettingsKept()
     XWorkspace read(QStringLiteral("Zeta=last\nAlpha= 1 \n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n3\n\n#"));
     QCOMPARE(read.settings().keys(), QStringList({"Alpha", "Zeta"}));
     QVERIFY(read.toString().startsWith(QStringLiteral("Alpha=1\nZeta=last\n\n#\n\"N\",\"M\"\n")));
+}
+
+void TestXWorkspace::lowerBoundsRoundTrip()
+{
+    XCsv* csv = new XCsv(XCsv::Grid{{"Name", "M"}, {"a", 1}, {"b", 2}, {"c", 3}});
+    XResult* result = new XResult(entriesFor(3), csv, nullptr);
+    QList<int> bounds;
+    for (int p = 1; p <= 100; ++p)
+        bounds << 1 + p / 40;
+    result->setLowerBounds(bounds);
+    XWorkspace written(csv, nullptr, result);
+    const QString text = written.toString();
+    QStringList expected;
+    for (int bound : bounds)
+        expected << QString::number(bound);
+    QVERIFY(text.startsWith(QStringLiteral("LowerBounds=") + expected.join(QLatin1Char(',')) +
+                            QStringLiteral("\nSearch=exact\n\n#\n")));
+    XWorkspace read(text);
+    QCOMPARE(read.result()->lowerBounds(), bounds);
+    QCOMPARE(read.toString(), text);
+
+    // A reproducible result has no bounds and writes neither setting.
+    XCsv* other = new XCsv(XCsv::Grid{{"Name", "M"}, {"a", 1}});
+    XWorkspace plain(other, nullptr, new XResult(entriesFor(1), other, nullptr));
+    QVERIFY(plain.toString().startsWith(QStringLiteral("\n#\n")));
+    QVERIFY(XWorkspace(plain.toString()).result()->lowerBounds().isEmpty());
 }
 
 void TestXWorkspace::sliderValues_data()

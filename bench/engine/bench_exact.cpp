@@ -1,0 +1,133 @@
+// The exact search on real and synthetic tables: seconds, entries proven
+// minimal, the largest gap between a core and its lower bound, and the sizes
+// at 90, 95 and 100 % beside those of the reproducible search and the alleles
+// its cores really hold.
+// Usage: bench_exact [--budget S] [--only NAME] [--no-reproducible] [--curve]
+#include "SyntheticTable.h"
+#include "XAlleles.h"
+#include "XCore.h"
+#include "XCsv.h"
+#include "XExactCore.h"
+#include "XResult.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTextStream>
+
+#include <memory>
+
+namespace {
+
+QTextStream out(stdout);
+
+template <class Engine> std::unique_ptr<XResult> runToEnd(Engine& engine, double* seconds)
+{
+    std::unique_ptr<XResult> result;
+    QElapsedTimer timer;
+    timer.start();
+    QObject::connect(
+        &engine, &Engine::completed, &engine, [&result](XResult* r) { result.reset(r); },
+        Qt::DirectConnection);
+    engine.start();
+    engine.wait();
+    *seconds = timer.nsecsElapsed() / 1e9;
+    return result;
+}
+
+// Alleles the core of entry p truly holds, read the reproducible way.
+int recount(XResult& result, int p)
+{
+    XCsv const* table = result.csv(p);
+    return XAlleles::held({table}, table->headers());
+}
+
+void measure(QString const& name, XCsv const& input, XCsv const* start, int budget, int iterations,
+             bool reproducible, bool curve)
+{
+    double exactSeconds = 0;
+    XExactCore exact(&input, start, budget);
+    std::unique_ptr<XResult> result = runToEnd(exact, &exactSeconds);
+    if (!result) {
+        out << name << ": no result\n";
+        return;
+    }
+    const int startRows = start ? start->rows() - 1 : 0;
+    int proven = 0;
+    int gap = 0;
+    for (int p = 1; p <= 100; ++p) {
+        const int size = result->entries().at(p - 1).second.size();
+        const int bound = result->lowerBounds().at(p - 1);
+        proven += size == bound;
+        gap = qMax(gap, size - bound);
+    }
+    auto size = [&](XResult const& r, int p) {
+        return startRows + r.entries().at(p - 1).second.size();
+    };
+    QString line =
+        QString::asprintf("%-22s %8.1f %6d %4d   %4d %4d %4d", qPrintable(name), exactSeconds,
+                          proven, gap, size(*result, 90), size(*result, 95), size(*result, 100));
+    if (reproducible) {
+        double seconds = 0;
+        XCore core(&input, start, iterations, 1);
+        std::unique_ptr<XResult> other = runToEnd(core, &seconds);
+        if (other) {
+            line += QString::asprintf("   %4d %4d %4d  %4d/%d  %7.1f (%d it.)", size(*other, 90),
+                                      size(*other, 95), size(*other, 100), recount(*other, 100),
+                                      exact.totalAlleles(), seconds, iterations);
+        }
+    }
+    out << line << '\n';
+    if (curve) {
+        for (int p = 1; p <= 100; ++p) {
+            const int s = result->entries().at(p - 1).second.size();
+            const int b = result->lowerBounds().at(p - 1);
+            out << QString::asprintf("  p=%3d size=%4d bound=%4d count=%5d%s\n", p, s, b,
+                                     result->count(p), s == b ? "" : "  open");
+        }
+    }
+    out.flush();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    int budget = XExactCore::defaultBudget;
+    const int at = args.indexOf(QStringLiteral("--budget"));
+    if (at > 0)
+        budget = args.value(at + 1).toInt();
+    const int only = args.indexOf(QStringLiteral("--only"));
+    const QString wanted = only > 0 ? args.value(only + 1) : QString();
+    const bool reproducible = !args.contains(QStringLiteral("--no-reproducible"));
+    const bool curve = args.contains(QStringLiteral("--curve"));
+
+    out << "exact search, budget " << budget
+        << " s; reproducible search with seed 1 (sizes count the starting collection)\n";
+    out << "table                   seconds proven  gap   size at 90/95/100 %   reproducible "
+           "90/95/100 %, alleles its 100 % core holds, seconds\n";
+    out.flush();
+    XCsv microbov(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    XCsv microbovStart(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
+    auto wants = [&](QString const& name) { return wanted.isEmpty() || name == wanted; };
+    if (wants(QStringLiteral("microbov")))
+        measure(QStringLiteral("microbov"), microbov, nullptr, budget, 10, reproducible, curve);
+    if (wants(QStringLiteral("microbov+start")))
+        measure(QStringLiteral("microbov+start"), microbov, &microbovStart, budget, 10,
+                reproducible, curve);
+    if (wants(QStringLiteral("synthetic704x60"))) {
+        XCsv table(syntheticGrid(704, 30, 7));
+        measure(QStringLiteral("synthetic704x60"), table, nullptr, budget, 10, reproducible, curve);
+    }
+    if (wants(QStringLiteral("synthetic4000x100"))) {
+        XCsv table(syntheticGrid(4000, 50, 7));
+        measure(QStringLiteral("synthetic4000x100"), table, nullptr, budget, 1, reproducible,
+                curve);
+    }
+    if (wants(QStringLiteral("eHGDP"))) {
+        XCsv table(QStringLiteral(VIREON_EXAMPLES_DIR "/eHGDP.csv"));
+        measure(QStringLiteral("eHGDP"), table, nullptr, budget, 1, reproducible, curve);
+    }
+    return 0;
+}

@@ -1,0 +1,104 @@
+#include "XExactCommand.h"
+
+#include "XCsv.h"
+#include "XExactCore.h"
+#include "XProgressBar.h"
+#include "XResult.h"
+#include "XSaveFile.h"
+#include "XSpreadsheet.h"
+#include "XWorkspace.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTextStream>
+
+QString XExactCommand::summary(XResult& result, int const& total, int const& zeroPairs,
+                               double const& seconds)
+{
+    QString text;
+    QTextStream out(&text);
+    out << "percent\taccessions\talleles\tsize\n";
+    XResult::Entries const& entries = result.entries();
+    QList<int> const& bounds = result.lowerBounds();
+    const int startRows = result.source() ? result.source()->rows() - 1 : 0;
+    int proven = 0;
+    int first = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        const int size = entries.at(i).second.size();
+        proven += bounds.value(i) == size;
+        if (i + 1 < entries.size() && entries.at(i + 1) == entries.at(first) &&
+            bounds.value(i + 1) == bounds.value(first))
+            continue;
+        const QString percents = first == i ? QString::number(first + 1)
+                                            : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
+        const int firstSize = entries.at(first).second.size();
+        const QString proof = bounds.value(first) == firstSize
+                                  ? QStringLiteral("minimal")
+                                  : QStringLiteral("≥ %1").arg(startRows + bounds.value(first));
+        out << percents << '\t' << startRows + firstSize << '\t' << entries.at(first).first << '\t'
+            << proof << '\n';
+        first = i + 1;
+    }
+    out << "Total alleles: " << total << "; (marker, 0) pairs left out: " << zeroPairs << '\n';
+    out << "Proven minimal: " << proven << " of " << entries.size()
+        << " entries; time: " << QString::number(seconds, 'f', 1) << " s\n";
+    return text;
+}
+
+int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source,
+                       Options const& options)
+{
+    QElapsedTimer timer;
+    timer.start();
+    XExactCore core(input.get(), source.get(), options.budget);
+    std::unique_ptr<XProgressBar> progress;
+    if (options.progress) {
+        progress = std::make_unique<XProgressBar>(stderr);
+        QObject::connect(&core, &XExactCore::percentChanged, progress.get(),
+                         &XProgressBar::setPercent);
+    }
+    std::unique_ptr<XResult> outcome;
+    QString failure;
+    QEventLoop loop;
+    QObject::connect(&core, &XExactCore::completed, &loop,
+                     [&outcome](XResult* r) { outcome.reset(r); });
+    QObject::connect(&core, &XExactCore::error, &loop,
+                     [&failure](QString const& text) { failure = text; });
+    QObject::connect(&core, &QThread::finished, &loop, &QEventLoop::quit);
+    core.start();
+    loop.exec();
+    core.wait();
+    progress.reset();
+    const double seconds = timer.nsecsElapsed() / 1e9;
+
+    QTextStream err(stderr);
+    if (!outcome) {
+        err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
+            << '\n';
+        return 1;
+    }
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    if (options.printResult)
+        out << outcome->toString();
+    else
+        out << summary(*outcome, core.totalAlleles(), core.zeroPairs(), seconds);
+    out.flush();
+
+    int status = 0;
+    QString reason;
+    if (!options.output.isEmpty() &&
+        !XSpreadsheet::write(*outcome->csv(options.percent), options.output, &reason)) {
+        err << options.output << ": could not be written: " << reason << '\n';
+        status = 1;
+    }
+    // The workspace owns the tables and the result from here on.
+    XWorkspace analysis(input.release(), source.release(), outcome.release());
+    analysis.setSlider(options.percent);
+    if (!options.workspace.isEmpty() &&
+        !XSaveFile::writeText(options.workspace, analysis.toString(), &reason)) {
+        err << options.workspace << ": could not be written: " << reason << '\n';
+        status = 1;
+    }
+    return status;
+}
