@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <csetjmp>
 
 namespace {
 
@@ -52,6 +53,36 @@ void watchTree(glp_tree* tree, void* info)
             glp_ios_terminate(tree);
     }
 }
+
+// A simplex run cannot be interrupted from outside, but it reports its
+// progress through the terminal hook every few milliseconds. When a stop is
+// asked for meanwhile, the hook raises a GLPK error, whose hook leaves the
+// solver by longjmp: the only way out that GLPK offers.
+struct Escape
+{
+    std::jmp_buf to;
+    std::function<bool()> const* stop;
+    bool leaving;
+};
+
+int watchOutput(void* info, const char*)
+{
+    Escape* escape = static_cast<Escape*>(info);
+    if (!escape->leaving && (*escape->stop)()) {
+        escape->leaving = true;
+        glp_error("stopped\n");
+    }
+    // Nothing is printed.
+    return 1;
+}
+
+void leave(void* info)
+{
+    std::longjmp(static_cast<Escape*>(info)->to, 1);
+}
+
+// Milliseconds between two looks at the stop flag inside the simplex.
+const int lookMilliseconds = 10;
 
 int ceilBound(double value)
 {
@@ -112,15 +143,47 @@ XCoverMip::XCoverMip(std::vector<std::vector<int>> const& holders, std::vector<i
 
 XCoverMip::~XCoverMip()
 {
-    glp_delete_prob(m_lp);
+    if (m_lp)
+        glp_delete_prob(m_lp);
 }
 
 bool XCoverMip::solveRelaxation(std::function<bool()> const& stop, Clock::time_point deadline,
                                 bool* stopped)
 {
+    if (!m_lp) {
+        *stopped = true;
+        return false;
+    }
+    Escape escape;
+    escape.stop = &stop;
+    escape.leaving = false;
+    glp_term_hook(watchOutput, &escape);
+    glp_error_hook(leave, &escape);
+    glp_term_out(GLP_ON);
+    if (setjmp(escape.to) == 0) {
+        const bool solved = runSimplex(stop, deadline, stopped);
+        glp_term_out(GLP_OFF);
+        glp_error_hook(nullptr, nullptr);
+        glp_term_hook(nullptr, nullptr);
+        return solved;
+    }
+    // Left by the error hook: GLPK's state is undefined now, so all of its
+    // memory in this thread goes, the model included.
+    glp_free_env();
+    m_lp = nullptr;
+    *stopped = true;
+    return false;
+}
+
+bool XCoverMip::runSimplex(std::function<bool()> const& stop, Clock::time_point deadline,
+                           bool* stopped)
+{
     glp_smcp parm;
     glp_init_smcp(&parm);
-    parm.msg_lev = GLP_MSG_OFF;
+    // Progress lines are what lets the terminal hook look at the stop flag.
+    parm.msg_lev = GLP_MSG_ON;
+    parm.out_frq = lookMilliseconds;
+    parm.out_dly = 0;
     // The first solve starts from the slack basis, where the primal simplex
     // does best; later ones start from an optimal basis whose bounds moved,
     // which is the dual simplex's case.
@@ -165,6 +228,10 @@ XCoverMip::Answer XCoverMip::run(int need, int below, int lowerBound, long nodeL
 {
     Answer answer;
     answer.lowerBound = lowerBound;
+    if (!m_lp) {
+        answer.stopped = true;
+        return answer;
+    }
     glp_set_row_bnds(m_lp, m_needRow, GLP_LO, double(need), 0.0);
     glp_set_row_bnds(m_lp, m_sizeRow, GLP_UP, 0.0, double(below - 1));
     if (!solveRelaxation(stop, deadline, &answer.stopped))

@@ -44,7 +44,9 @@ public:
 private:
     bool solveRelaxation(std::function<bool()> const& stop, Clock::time_point deadline,
                          bool* stopped);
+    bool runSimplex(std::function<bool()> const& stop, Clock::time_point deadline, bool* stopped);
 
+    // Null once a stop left GLPK in the middle of a simplex run.
     glp_prob* m_lp;
     int m_rowCount;
     int m_needRow;

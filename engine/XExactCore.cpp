@@ -22,12 +22,13 @@ using Allele = QPair<QString, int>;
 // them. Values above 0 get an id in `ids`, in the order they are met;
 // markers with a (marker, 0) pair are gathered in `zeros`.
 bool readAlleles(XCsv::Grid const& grid, QStringList const& headers, QHash<Allele, int>& ids,
-                 QSet<QString>& zeros, std::vector<std::vector<int>>& rows)
+                 QSet<QString>& zeros, std::vector<std::vector<int>>& rows,
+                 std::atomic<bool> const& stop)
 {
     const XCsv table(grid);
     XAlleles::Matrix matrix;
     XAlleles::AlleleMap counts;
-    if (!XAlleles::encode(table, headers, matrix, counts))
+    if (!XAlleles::encode(table, headers, matrix, counts, &stop))
         return false;
     for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
         if (it.key().second == 0)
@@ -92,11 +93,13 @@ void XExactCore::run()
     QSet<QString> zeros;
     std::vector<std::vector<int>> startRows;
     std::vector<std::vector<int>> inputRows;
-    if ((m_src && !readAlleles(m_srcGrid, headers, ids, zeros, startRows)) ||
-        !readAlleles(m_csvGrid, headers, ids, zeros, inputRows)) {
+    if ((m_src && !readAlleles(m_srcGrid, headers, ids, zeros, startRows, m_stop)) ||
+        !readAlleles(m_csvGrid, headers, ids, zeros, inputRows, m_stop)) {
         emit error(tr("Invalid value in csv."));
         return;
     }
+    if (m_stop.load())
+        return;
     const int total = ids.size();
     std::vector<char> held(total, 0);
     int startCovered = 0;

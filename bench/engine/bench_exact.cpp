@@ -2,7 +2,9 @@
 // minimal, the largest gap between a core and its lower bound, and the sizes
 // at 90, 95 and 100 % beside those of the reproducible search and the alleles
 // its cores really hold.
-// Usage: bench_exact [--budget S] [--only NAME] [--no-reproducible] [--curve]
+// With --abort it measures instead how long the search takes to end after
+// Abort, stopped at several moments of its run.
+// Usage: bench_exact [--budget S] [--only NAME] [--no-reproducible] [--curve] [--abort]
 #include "SyntheticTable.h"
 #include "XAlleles.h"
 #include "XCore.h"
@@ -14,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QTextStream>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -41,8 +44,34 @@ int recount(XResult& result, int p)
     return XAlleles::held({table}, table->headers());
 }
 
-void measure(QString const& name, XCsv const& input, XCsv const* start, int budget, int iterations,
-             bool reproducible, bool curve)
+// Milliseconds from stopIterating() to the end of the thread, for stops at
+// several moments of one run each; "-" where the run had ended before.
+void measureAbort(QString const& name, XCsv const& input, XCsv const* start, int budget)
+{
+    out << name.leftJustified(22) << " abort after";
+    qint64 worst = 0;
+    for (int after : {100, 250, 500, 1000, 3000, 8000, 20000, 40000}) {
+        XExactCore exact(&input, start, budget);
+        exact.start();
+        if (exact.wait(after)) {
+            out << ' ' << after << " ms: -;";
+            continue;
+        }
+        QElapsedTimer timer;
+        timer.start();
+        exact.stopIterating();
+        exact.wait();
+        const qint64 ms = timer.elapsed();
+        worst = std::max(worst, ms);
+        out << ' ' << after << " ms: " << ms << ';';
+        out.flush();
+    }
+    out << " worst " << worst << " ms\n";
+    out.flush();
+}
+
+void measureRun(QString const& name, XCsv const& input, XCsv const* start, int budget,
+                int iterations, bool reproducible, bool curve)
 {
     double exactSeconds = 0;
     XExactCore exact(&input, start, budget);
@@ -102,6 +131,7 @@ int main(int argc, char** argv)
     const QString wanted = only > 0 ? args.value(only + 1) : QString();
     const bool reproducible = !args.contains(QStringLiteral("--no-reproducible"));
     const bool curve = args.contains(QStringLiteral("--curve"));
+    const bool abort = args.contains(QStringLiteral("--abort"));
 
     out << "exact search, budget " << budget
         << " s; reproducible search with seed 1 (sizes count the starting collection)\n";
@@ -111,23 +141,27 @@ int main(int argc, char** argv)
     XCsv microbov(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
     XCsv microbovStart(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv"));
     auto wants = [&](QString const& name) { return wanted.isEmpty() || name == wanted; };
+    auto measure = [&](QString const& name, XCsv const& input, XCsv const* start, int iterations) {
+        if (abort)
+            measureAbort(name, input, start, budget);
+        else
+            measureRun(name, input, start, budget, iterations, reproducible, curve);
+    };
     if (wants(QStringLiteral("microbov")))
-        measure(QStringLiteral("microbov"), microbov, nullptr, budget, 10, reproducible, curve);
+        measure(QStringLiteral("microbov"), microbov, nullptr, 10);
     if (wants(QStringLiteral("microbov+start")))
-        measure(QStringLiteral("microbov+start"), microbov, &microbovStart, budget, 10,
-                reproducible, curve);
+        measure(QStringLiteral("microbov+start"), microbov, &microbovStart, 10);
     if (wants(QStringLiteral("synthetic704x60"))) {
         XCsv table(syntheticGrid(704, 30, 7));
-        measure(QStringLiteral("synthetic704x60"), table, nullptr, budget, 10, reproducible, curve);
+        measure(QStringLiteral("synthetic704x60"), table, nullptr, 10);
     }
     if (wants(QStringLiteral("synthetic4000x100"))) {
         XCsv table(syntheticGrid(4000, 50, 7));
-        measure(QStringLiteral("synthetic4000x100"), table, nullptr, budget, 1, reproducible,
-                curve);
+        measure(QStringLiteral("synthetic4000x100"), table, nullptr, 1);
     }
     if (wants(QStringLiteral("eHGDP"))) {
         XCsv table(QStringLiteral(VIREON_EXAMPLES_DIR "/eHGDP.csv"));
-        measure(QStringLiteral("eHGDP"), table, nullptr, budget, 1, reproducible, curve);
+        measure(QStringLiteral("eHGDP"), table, nullptr, 1);
     }
     return 0;
 }
