@@ -33,6 +33,19 @@ public:
     void setSavePath(QString const& path) { m_savePath = path; }
     QMap<QString, QVariant> const& settings() const { return m_settings; }
 
+    // The search that made the result and the settings it ran with, kept in
+    // the settings section so that a run can be told and repeated later.
+    // search() is "reproducible", "exact", or empty when nothing says.
+    QString search() const;
+    void setReproducibleRun(int const& iterations, int const& seed);
+    void setExactRun(int const& budgetSeconds, double const& seconds);
+    // Each -1 when not recorded or not a whole number.
+    int iterations() const;
+    int seed() const;
+    int budget() const;
+    // The exact search's running time in seconds; negative when not recorded.
+    double seconds() const;
+
     // Whether this holds a whole analysis that can be shown: an input table
     // with a header row and at least one data row, every row as wide as the
     // header; a starting collection exactly when hasSource(), with the same
@@ -44,6 +57,8 @@ public:
     void fromString(QString& text) override;
 
 private:
+    int wholeSetting(QString const& key) const;
+
     XCsv* m_csv = nullptr;
     XCsv* m_src = nullptr;
     XResult* m_result = nullptr;
