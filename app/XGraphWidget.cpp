@@ -107,10 +107,19 @@ public:
     {
     }
 
+    // Keeps the map of this drawing for the label: a picture rendered for
+    // paper has maps of its own, unlike the canvas on screen.
+    void draw(QPainter* painter, QwtScaleMap const& xMap, QwtScaleMap const& yMap,
+              QRectF const& canvasRect) const override
+    {
+        m_map = xMap;
+        QwtPlotMarker::draw(painter, xMap, yMap, canvasRect);
+    }
+
 protected:
     void drawLabel(QPainter* painter, QRectF const& canvasRect, QPointF const&) const override
     {
-        const QwtScaleMap map = plot()->canvasMap(xAxis());
+        QwtScaleMap const& map = m_map;
         QVector<QRectF> const& rects = m_labels->layout(map, canvasRect, painter->font());
         QRectF const& rect = rects.at(m_index);
         if (rect.isNull())
@@ -122,6 +131,7 @@ protected:
 private:
     std::shared_ptr<XGraphWidget::SizeLabels> m_labels;
     int m_index;
+    mutable QwtScaleMap m_map;
 };
 
 // Whole numbers only: a core holds whole accessions and counts whole
@@ -168,6 +178,8 @@ QPen makePen(QBrush const& brush, qreal width, Qt::PenStyle style, Qt::PenCapSty
 
 // The curve of what the cores hold, apart from the search's blue one.
 const QColor heldColor(230, 120, 0);
+// Wide enough for a legend entry to show its line's style.
+const QSize legendIcon(24, 10);
 
 void deleteCurve(QwtPlotCurve*& curve)
 {
@@ -322,6 +334,8 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
         return;
     if (!legend())
         insertLegend(new QwtLegend(this), QwtPlot::BottomLegend);
+    m_line->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+    m_line->setLegendIconSize(legendIcon);
 
     // The same distinct cores as the blue curve, in the same order.
     const int start = result->source() ? result->source()->rows() - 1 : 0;
@@ -352,7 +366,9 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
             m_bounds = new QwtPlotCurve(tr("at least this many accessions"));
             m_bounds->setStyle(QwtPlotCurve::Lines);
             m_bounds->setRenderHint(QwtPlotItem::RenderAntialiased);
-            m_bounds->setPen(QPen(QColor(Qt::blue), 1.0, Qt::DashLine));
+            m_bounds->setPen(QPen(QColor(Qt::darkGray), 1.5, Qt::DashLine));
+            m_bounds->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+            m_bounds->setLegendIconSize(legendIcon);
             m_bounds->setSamples(boundX, boundY);
             m_bounds->attach(this);
         }
@@ -365,6 +381,7 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
             new QwtSymbol(QwtSymbol::Ellipse, QBrush(heldColor), QPen(heldColor), QSize(5, 5)));
         m_held->setLegendAttribute(QwtPlotCurve::LegendShowLine);
         m_held->setLegendAttribute(QwtPlotCurve::LegendShowSymbol);
+        m_held->setLegendIconSize(legendIcon);
         m_held->setSamples(x, y);
         m_held->attach(this);
     }

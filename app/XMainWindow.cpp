@@ -20,7 +20,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -194,13 +193,15 @@ QWidget* XMainWindow::buildCorePage()
 {
     auto* page = new QWidget(this);
     auto* layout = new QVBoxLayout(page);
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_slider);
-    row->addWidget(m_sliderValue);
-    row->addWidget(new QLabel(QStringLiteral("%"), page));
-    layout->addLayout(row);
-    layout->addWidget(m_coverageLine);
-    layout->addWidget(m_runLine);
+    // The slider row, and under it the lines about the core it shows.
+    auto* top = new QGridLayout;
+    top->addWidget(m_slider, 0, 0);
+    top->addWidget(m_sliderValue, 0, 1);
+    top->addWidget(new QLabel(QStringLiteral("%"), page), 0, 2);
+    top->addWidget(m_coverageLine, 1, 0, 1, 3);
+    top->addWidget(m_runLine, 2, 0, 1, 3);
+    top->setColumnStretch(0, 1);
+    layout->addLayout(top);
     layout->addWidget(m_coreView);
     return page;
 }
