@@ -80,13 +80,19 @@ QString XCoreReport::coverageLine(int const& percent)
         size += QStringLiteral(" (%1 in the starting collection)").arg(start);
     const int holds = held(percent);
     const QString total = QString::number(m_total);
+    // An imported workspace may hold a cell that is no allele; nothing is
+    // counted then rather than something wrong.
+    const bool counted = holds >= 0 && m_total >= 0;
+    const QString unreadable = QStringLiteral("a cell of the tables is not an allele");
     if (!isExact(*m_workspace)) {
-        return size + separator +
-               QStringLiteral("the search reports %1 of %2 alleles")
-                   .arg(result.count(percent))
-                   .arg(total) +
-               separator +
-               QStringLiteral("they hold %1 (%2 %)").arg(holds).arg(percentText(holds, m_total));
+        const QString reported = QStringLiteral("the search reports %1 of %2 alleles")
+                                     .arg(result.count(percent))
+                                     .arg(counted ? total : QStringLiteral("?"));
+        return size + separator + reported + separator +
+               (counted ? QStringLiteral("they hold %1 (%2 %)")
+                              .arg(holds)
+                              .arg(percentText(holds, m_total))
+                        : unreadable);
     }
     const int entry = percent - 1;
     const int chosen = result.entries().value(entry).second.size();
@@ -96,9 +102,10 @@ QString XCoreReport::coverageLine(int const& percent)
         : bound >= 0    ? QStringLiteral("at least %1 are needed").arg(accessions(start + bound))
                         : QStringLiteral("not proven smallest");
     return size + separator +
-           QStringLiteral("they hold %1 of %2 alleles (%3 %)")
-               .arg(holds)
-               .arg(total, percentText(holds, m_total)) +
+           (counted ? QStringLiteral("they hold %1 of %2 alleles (%3 %)")
+                          .arg(holds)
+                          .arg(total, percentText(holds, m_total))
+                    : unreadable) +
            separator + proof;
 }
 

@@ -340,7 +340,7 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
     // The same distinct cores as the blue curve, in the same order.
     const int start = result->source() ? result->source()->rows() - 1 : 0;
     QList<int> const& bounds = result->lowerBounds();
-    QVector<double> x, y, boundX, boundY;
+    QVector<double> x, y, heldX, heldY, boundX, boundY;
     XCsv const* previous = nullptr;
     for (int v = 1; v <= 100; ++v) {
         XCsv const* table = result->csv(v);
@@ -348,8 +348,15 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
             continue;
         previous = table;
         const int size = table->rows() - 1;
+        // A core whose cells could not be counted has no held point; on the
+        // exact search's one curve it keeps the search's count.
+        const int holds = held.value(v - 1, -1);
         x << size;
-        y << held.value(v - 1);
+        y << (holds >= 0 ? holds : result->count(v));
+        if (holds >= 0) {
+            heldX << size;
+            heldY << holds;
+        }
         const int bound = bounds.value(v - 1, -1);
         if (bound >= 0 && start + bound < size) {
             boundX << start + bound;
@@ -382,7 +389,7 @@ void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
         m_held->setLegendAttribute(QwtPlotCurve::LegendShowLine);
         m_held->setLegendAttribute(QwtPlotCurve::LegendShowSymbol);
         m_held->setLegendIconSize(legendIcon);
-        m_held->setSamples(x, y);
+        m_held->setSamples(heldX, heldY);
         m_held->attach(this);
     }
     updateAxes();
