@@ -401,9 +401,9 @@ bool XGraphWidget::saveImage(QString const& fileName, QString* error)
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     const QSizeF sizeMm(pictureWidthMm, pictureHeightMm);
-    // Vector formats are laid out at the renderer's usual 85 dpi; their
-    // size on paper is what counts.
-    const int dpi = suffix == QLatin1String("png") ? pngDpi : 85;
+    // Vector formats are laid out at 127 dpi, five dots to the millimetre,
+    // so that whole dots give their exact size on paper.
+    const int dpi = suffix == QLatin1String("png") ? pngDpi : 127;
     const QSizeF size = sizeMm / 25.4 * dpi;
     const QRectF rect(QPointF(0, 0), size);
     QwtPlotRenderer renderer;
