@@ -9,8 +9,9 @@ class XCsv;
 class XResult;
 
 // One whole analysis: input table, optional starting collection, result,
-// named settings ("HasSource", "SliderValue") and the last save path. Its
-// text form is the content of a workspace file. Owns its three objects.
+// named settings ("HasSource", "SliderValue", the search and its settings)
+// and the last save path. Its text form is the content of a workspace file.
+// Owns its three objects.
 class XWorkspace : public XFile
 {
     Q_OBJECT
