@@ -127,8 +127,11 @@ XMainWindow::XMainWindow(QWidget* parent)
     m_sliderValue->setObjectName(QStringLiteral("sliderValue"));
     m_coverageLine->setObjectName(QStringLiteral("coverageLine"));
     m_runLine->setObjectName(QStringLiteral("runLine"));
-    for (QLabel* line : {m_coverageLine, m_runLine})
+    // Long lines wrap rather than widen the window past its minimum size.
+    for (QLabel* line : {m_coverageLine, m_runLine}) {
         line->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        line->setWordWrap(true);
+    }
     m_coreView->setObjectName(QStringLiteral("coreView"));
     m_graph->setObjectName(QStringLiteral("graph"));
     m_inputView->setObjectName(QStringLiteral("inputView"));
