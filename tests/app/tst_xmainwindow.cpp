@@ -203,6 +203,7 @@ private slots:
     void saveGraphPicture_data();
     void saveGraphPicture();
     void saveGraphRefusesOtherSuffix();
+    void exactAbortKeepsPreviousWorkspace();
 
 private:
     QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(QStringLiteral("tabs")); }
@@ -1554,6 +1555,39 @@ void TestXMainWindow::saveGraphRefusesOtherSuffix()
         m_window->statusBar()->currentMessage(),
         QStringLiteral("Could not write %1: the name must end in .png, .svg or .pdf").arg(path));
     QVERIFY(!QFile::exists(path));
+}
+
+void TestXMainWindow::exactAbortKeepsPreviousWorkspace()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 50);
+    m_window->clearWorkspace(shown);
+    const QString runLine = m_window->runLine();
+    bool aborted = false;
+    whenModalOpens([&aborted](QWidget* modal) {
+        auto* progress = qobject_cast<QProgressDialog*>(modal);
+        QVERIFY(progress);
+        QCOMPARE(progress->labelText(), QStringLiteral("Working..."));
+        QPushButton* abort = progress->findChild<QPushButton*>();
+        QVERIFY(abort);
+        aborted = true;
+        abort->click();
+    });
+    // A budget far longer than the test: only Abort ends this run early.
+    m_window->chooseSearch(true, 3600);
+    QPointer<XCsv> csv = new XCsv(examples + QStringLiteral("/microbov.csv"));
+    m_window->parseCsv(csv, nullptr, 1, 0);
+    QVERIFY(aborted);
+    QVERIFY(csv.isNull());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->workspace(), shown.data());
+    QCOMPARE(m_window->runLine(), runLine);
+
+    // The choice held for that run only: the next one is reproducible.
+    stopWatchingModals();
+    m_window->parseCsv(new XCsv(examples + QStringLiteral("/microbov.csv")), nullptr, 1, 1);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace() != shown.data(), 120000);
+    QCOMPARE(m_window->workspace()->search(), QStringLiteral("reproducible"));
+    QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));
 }
 
 QTEST_MAIN(TestXMainWindow)
