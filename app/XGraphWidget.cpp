@@ -1,19 +1,32 @@
 #include "XGraphWidget.h"
 
 #include "XCsv.h"
+#include "XFileDialog.h"
 #include "XResult.h"
+#include "XSaveFile.h"
 
+#include <QAction>
+#include <QBuffer>
+#include <QContextMenuEvent>
+#include <QFileInfo>
+#include <QImage>
+#include <QMenu>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QShowEvent>
+#include <QSvgGenerator>
 #include <QVector>
 
 #include <cmath>
 #include <memory>
+#include <qwt_legend.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
+#include <qwt_plot_renderer.h>
 #include <qwt_scale_engine.h>
 #include <qwt_scale_map.h>
+#include <qwt_symbol.h>
 #include <qwt_text.h>
 
 // The core sizes and their label texts, shared by the markers: whether a
@@ -94,10 +107,19 @@ public:
     {
     }
 
+    // Keeps the map of this drawing for the label: a picture rendered for
+    // paper has maps of its own, unlike the canvas on screen.
+    void draw(QPainter* painter, QwtScaleMap const& xMap, QwtScaleMap const& yMap,
+              QRectF const& canvasRect) const override
+    {
+        m_map = xMap;
+        QwtPlotMarker::draw(painter, xMap, yMap, canvasRect);
+    }
+
 protected:
     void drawLabel(QPainter* painter, QRectF const& canvasRect, QPointF const&) const override
     {
-        const QwtScaleMap map = plot()->canvasMap(xAxis());
+        QwtScaleMap const& map = m_map;
         QVector<QRectF> const& rects = m_labels->layout(map, canvasRect, painter->font());
         QRectF const& rect = rects.at(m_index);
         if (rect.isNull())
@@ -109,6 +131,7 @@ protected:
 private:
     std::shared_ptr<XGraphWidget::SizeLabels> m_labels;
     int m_index;
+    mutable QwtScaleMap m_map;
 };
 
 // Whole numbers only: a core holds whole accessions and counts whole
@@ -153,6 +176,20 @@ QPen makePen(QBrush const& brush, qreal width, Qt::PenStyle style, Qt::PenCapSty
     return QPen(brush, width, style, cap, Qt::BevelJoin);
 }
 
+// The curve of what the cores hold, apart from the search's blue one.
+const QColor heldColor(230, 120, 0);
+// Wide enough for a legend entry to show its line's style.
+const QSize legendIcon(24, 10);
+
+void deleteCurve(QwtPlotCurve*& curve)
+{
+    if (curve) {
+        curve->detach();
+        delete curve;
+        curve = nullptr;
+    }
+}
+
 template <typename Item> void deleteAll(QList<Item*>& items)
 {
     for (Item* item : qAsConst(items)) {
@@ -169,8 +206,13 @@ XGraphWidget::XGraphWidget(QWidget* parent)
       m_pointPen(makePen(QBrush(Qt::blue, Qt::SolidPattern), 5.0, Qt::SolidLine, Qt::RoundCap)),
       m_originPen(makePen(QBrush(Qt::white, Qt::SolidPattern), 0, Qt::SolidLine, Qt::SquareCap)),
       m_percentPen(makePen(QBrush(Qt::red, Qt::SolidPattern), 1.0, Qt::DotLine, Qt::SquareCap)),
-      m_sizePen(makePen(QBrush(Qt::darkGreen, Qt::SolidPattern), 1.0, Qt::DotLine, Qt::SquareCap))
+      m_sizePen(makePen(QBrush(Qt::darkGreen, Qt::SolidPattern), 1.0, Qt::DotLine, Qt::SquareCap)),
+      m_menu(new QMenu(this)), m_saveAction(new QAction(tr("Save Graph As..."), this))
 {
+    m_menu->setObjectName(QStringLiteral("graphMenu"));
+    m_saveAction->setObjectName(QStringLiteral("saveGraphAs"));
+    m_menu->addAction(m_saveAction);
+    connect(m_saveAction, &QAction::triggered, this, &XGraphWidget::saveGraphAs);
     setAxisTitle(QwtPlot::xBottom, QStringLiteral("Size of the core (no. of accessions)"));
     setAxisTitle(QwtPlot::yLeft, QStringLiteral("Number of alleles/variants"));
     setCanvasBackground(QBrush(Qt::white));
@@ -204,19 +246,16 @@ XGraphWidget::~XGraphWidget()
     delete m_line;
     delete m_points;
     delete m_origin;
+    delete m_held;
+    delete m_bounds;
     qDeleteAll(m_percentMarkers);
     qDeleteAll(m_sizeMarkers);
 }
 
 void XGraphWidget::setResult(XResult* result)
 {
-    for (QwtPlotCurve** curve : {&m_line, &m_points}) {
-        if (*curve) {
-            (*curve)->detach();
-            delete *curve;
-            *curve = nullptr;
-        }
-    }
+    for (QwtPlotCurve** curve : {&m_line, &m_points, &m_held, &m_bounds})
+        deleteCurve(*curve);
     deleteAll(m_percentMarkers);
     deleteAll(m_sizeMarkers);
 
@@ -248,6 +287,7 @@ void XGraphWidget::setResult(XResult* result)
     m_line->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_line->setPen(m_linePen);
     m_line->setSamples(x, y);
+    m_line->setTitle(tr("reported by the search"));
     m_line->attach(this);
 
     m_points = new QwtPlotCurve;
@@ -255,6 +295,7 @@ void XGraphWidget::setResult(XResult* result)
     m_points->setRenderHint(QwtPlotItem::RenderAntialiased);
     m_points->setPen(m_pointPen);
     m_points->setSamples(x, y);
+    m_points->setItemAttribute(QwtPlotItem::Legend, false);
     m_points->attach(this);
 
     // An invisible point keeps the origin inside the autoscaled axes. Earlier
@@ -263,6 +304,7 @@ void XGraphWidget::setResult(XResult* result)
     m_origin->setStyle(QwtPlotCurve::Dots);
     m_origin->setPen(m_originPen);
     m_origin->setSamples(QVector<double>{0.0}, QVector<double>{0.0});
+    m_origin->setItemAttribute(QwtPlotItem::Legend, false);
     m_origin->attach(this);
 
     const QRectF bounds = m_line->boundingRect();
@@ -283,4 +325,151 @@ void XGraphWidget::setResult(XResult* result)
     updateAxes();
     updateLayout();
     replot();
+}
+
+void XGraphWidget::showResult(XResult* result, QVector<int> const& held)
+{
+    setResult(result);
+    if (!result)
+        return;
+    if (!legend())
+        insertLegend(new QwtLegend(this), QwtPlot::BottomLegend);
+    m_line->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+    m_line->setLegendIconSize(legendIcon);
+
+    // The same distinct cores as the blue curve, in the same order.
+    const int start = result->source() ? result->source()->rows() - 1 : 0;
+    QList<int> const& bounds = result->lowerBounds();
+    QVector<double> x, y, heldX, heldY, boundX, boundY;
+    XCsv const* previous = nullptr;
+    for (int v = 1; v <= 100; ++v) {
+        XCsv const* table = result->csv(v);
+        if (table == previous)
+            continue;
+        previous = table;
+        const int size = table->rows() - 1;
+        // A core whose cells could not be counted has no held point; on the
+        // exact search's one curve it keeps the search's count.
+        const int holds = held.value(v - 1, -1);
+        x << size;
+        y << (holds >= 0 ? holds : result->count(v));
+        if (holds >= 0) {
+            heldX << size;
+            heldY << holds;
+        }
+        const int bound = bounds.value(v - 1, -1);
+        if (bound >= 0 && start + bound < size) {
+            boundX << start + bound;
+            boundY << result->count(v);
+        }
+    }
+
+    if (!bounds.isEmpty()) {
+        // The exact search counts what its cores hold: one curve says both.
+        m_line->setTitle(tr("held by the core (smallest)"));
+        m_line->setSamples(x, y);
+        m_points->setSamples(x, y);
+        if (!boundX.isEmpty()) {
+            m_bounds = new QwtPlotCurve(tr("at least this many accessions"));
+            m_bounds->setStyle(QwtPlotCurve::Lines);
+            m_bounds->setRenderHint(QwtPlotItem::RenderAntialiased);
+            m_bounds->setPen(QPen(QColor(Qt::darkGray), 1.5, Qt::DashLine));
+            m_bounds->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+            m_bounds->setLegendIconSize(legendIcon);
+            m_bounds->setSamples(boundX, boundY);
+            m_bounds->attach(this);
+        }
+    } else {
+        m_held = new QwtPlotCurve(tr("held by the core"));
+        m_held->setStyle(QwtPlotCurve::Lines);
+        m_held->setRenderHint(QwtPlotItem::RenderAntialiased);
+        m_held->setPen(QPen(heldColor, 0));
+        m_held->setSymbol(
+            new QwtSymbol(QwtSymbol::Ellipse, QBrush(heldColor), QPen(heldColor), QSize(5, 5)));
+        m_held->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+        m_held->setLegendAttribute(QwtPlotCurve::LegendShowSymbol);
+        m_held->setLegendIconSize(legendIcon);
+        m_held->setSamples(heldX, heldY);
+        m_held->attach(this);
+    }
+    updateAxes();
+    updateLayout();
+    replot();
+}
+
+bool XGraphWidget::saveImage(QString const& fileName, QString* error)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    const QSizeF sizeMm(pictureWidthMm, pictureHeightMm);
+    // Vector formats are laid out at 127 dpi, five dots to the millimetre,
+    // so that whole dots give their exact size on paper.
+    const int dpi = suffix == QLatin1String("png") ? pngDpi : 127;
+    const QSizeF size = sizeMm / 25.4 * dpi;
+    const QRectF rect(QPointF(0, 0), size);
+    QwtPlotRenderer renderer;
+    // The window's grey and frames have no place on paper.
+    renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground);
+    renderer.setDiscardFlag(QwtPlotRenderer::DiscardCanvasFrame);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (suffix == QLatin1String("png")) {
+        QImage image(size.toSize(), QImage::Format_ARGB32);
+        const int dotsPerMeter = qRound(dpi / 0.0254);
+        image.setDotsPerMeterX(dotsPerMeter);
+        image.setDotsPerMeterY(dotsPerMeter);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        renderer.render(this, &painter, rect);
+        painter.end();
+        image.save(&buffer, "PNG");
+    } else if (suffix == QLatin1String("svg")) {
+        QSvgGenerator generator;
+        generator.setOutputDevice(&buffer);
+        generator.setTitle(tr("Alleles against core size"));
+        generator.setResolution(dpi);
+        generator.setSize(size.toSize());
+        generator.setViewBox(rect);
+        QPainter painter(&generator);
+        renderer.render(this, &painter, rect);
+    } else if (suffix == QLatin1String("pdf")) {
+        QPdfWriter writer(&buffer);
+        writer.setTitle(tr("Alleles against core size"));
+        writer.setPageSize(QPageSize(sizeMm, QPageSize::Millimeter));
+        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+        writer.setResolution(dpi);
+        QPainter painter(&writer);
+        renderer.render(this, &painter, rect);
+    } else {
+        if (error)
+            *error = tr("the name must end in .png, .svg or .pdf");
+        return false;
+    }
+    buffer.close();
+    if (bytes.isEmpty()) {
+        if (error)
+            *error = tr("the picture could not be drawn");
+        return false;
+    }
+    return XSaveFile::write(fileName, bytes, error);
+}
+
+void XGraphWidget::saveGraphAs()
+{
+    const QString filters =
+        tr("PNG images %1").arg(QStringLiteral("(*.png)")) + QStringLiteral(";;") +
+        tr("SVG drawings %1").arg(QStringLiteral("(*.svg)")) + QStringLiteral(";;") +
+        tr("PDF documents %1").arg(QStringLiteral("(*.pdf)"));
+    const QString name = XFileDialog::saveFileName(this, filters, tr("Save Graph As"));
+    if (name.isEmpty())
+        return;
+    QString reason;
+    const bool written = saveImage(name, &reason);
+    emit imageSaved(written, name, reason);
+}
+
+void XGraphWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    m_menu->popup(event->globalPos());
+    event->accept();
 }

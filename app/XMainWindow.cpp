@@ -3,8 +3,10 @@
 #include "CenterResize.h"
 #include "TextFile.h"
 #include "XCore.h"
+#include "XCoreReport.h"
 #include "XCsv.h"
 #include "XCsvTableWidget.h"
+#include "XExactCore.h"
 #include "XFileDialog.h"
 #include "XGraphWidget.h"
 #include "XResult.h"
@@ -18,7 +20,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -28,6 +29,8 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <type_traits>
 
 namespace {
 
@@ -66,8 +69,8 @@ XMainWindow::XMainWindow(QWidget* parent)
       m_about(new QMessageBox(QMessageBox::Information, tr("About"), aboutText(),
                               QMessageBox::NoButton, nullptr)),
       m_tabs(nullptr), m_newButton(nullptr), m_importButton(nullptr), m_sampleButton(nullptr),
-      m_slider(nullptr), m_sliderValue(nullptr), m_coreView(nullptr), m_graph(nullptr),
-      m_inputView(nullptr), m_sourceView(nullptr)
+      m_slider(nullptr), m_sliderValue(nullptr), m_coverageLine(nullptr), m_runLine(nullptr),
+      m_coreView(nullptr), m_graph(nullptr), m_inputView(nullptr), m_sourceView(nullptr)
 {
     auto* menuBar = new QMenuBar(this);
 
@@ -109,6 +112,8 @@ XMainWindow::XMainWindow(QWidget* parent)
     m_tabs = new QTabWidget(this);
     m_slider = new QSlider(Qt::Horizontal, this);
     m_sliderValue = new QLabel(this);
+    m_coverageLine = new QLabel(this);
+    m_runLine = new QLabel(this);
     m_coreView = new XCsvTableWidget(true, this);
     m_graph = new XGraphWidget(this);
     m_inputView = new XCsvTableWidget(true, this);
@@ -120,6 +125,13 @@ XMainWindow::XMainWindow(QWidget* parent)
     m_sampleButton->setObjectName(QStringLiteral("sampleButton"));
     m_slider->setObjectName(QStringLiteral("slider"));
     m_sliderValue->setObjectName(QStringLiteral("sliderValue"));
+    m_coverageLine->setObjectName(QStringLiteral("coverageLine"));
+    m_runLine->setObjectName(QStringLiteral("runLine"));
+    // Long lines wrap rather than widen the window past its minimum size.
+    for (QLabel* line : {m_coverageLine, m_runLine}) {
+        line->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        line->setWordWrap(true);
+    }
     m_coreView->setObjectName(QStringLiteral("coreView"));
     m_graph->setObjectName(QStringLiteral("graph"));
     m_inputView->setObjectName(QStringLiteral("inputView"));
@@ -137,6 +149,10 @@ XMainWindow::XMainWindow(QWidget* parent)
     connect(m_slider, &QSlider::sliderMoved, m_sliderValue, qOverload<int>(&QLabel::setNum));
     connect(m_slider, &QSlider::valueChanged, m_sliderValue, qOverload<int>(&QLabel::setNum));
     connect(m_slider, &QSlider::valueChanged, this, &XMainWindow::update);
+    connect(m_graph, &XGraphWidget::imageSaved, this,
+            [this](bool written, QString const& fileName, QString const& reason) {
+                reportWrite(written, tr("Graph saved to %1"), fileName, reason);
+            });
 
     m_tabs->addTab(buildStartPage(), tr("Start"));
     m_tabs->addTab(buildCorePage(), tr("Core collection"));
@@ -180,11 +196,15 @@ QWidget* XMainWindow::buildCorePage()
 {
     auto* page = new QWidget(this);
     auto* layout = new QVBoxLayout(page);
-    auto* row = new QHBoxLayout;
-    row->addWidget(m_slider);
-    row->addWidget(m_sliderValue);
-    row->addWidget(new QLabel(QStringLiteral("%"), page));
-    layout->addLayout(row);
+    // The slider row, and under it the lines about the core it shows.
+    auto* top = new QGridLayout;
+    top->addWidget(m_slider, 0, 0);
+    top->addWidget(m_sliderValue, 0, 1);
+    top->addWidget(new QLabel(QStringLiteral("%"), page), 0, 2);
+    top->addWidget(m_coverageLine, 1, 0, 1, 3);
+    top->addWidget(m_runLine, 2, 0, 1, 3);
+    top->setColumnStretch(0, 1);
+    layout->addLayout(top);
     layout->addWidget(m_coreView);
     return page;
 }
@@ -196,6 +216,9 @@ void XMainWindow::clearWorkspace(XWorkspace* workspace)
         m_coreView->setCsv(nullptr);
         m_inputView->setCsv(nullptr);
         m_sourceView->setCsv(nullptr);
+        m_report.reset();
+        m_coverageLine->clear();
+        m_runLine->clear();
         delete m_workspace;
         m_workspace = nullptr;
     }
@@ -206,7 +229,9 @@ void XMainWindow::clearWorkspace(XWorkspace* workspace)
     for (int tab : {CoreTab, GraphTab, InputTab})
         m_tabs->setTabEnabled(tab, true);
     m_tabs->setCurrentIndex(CoreTab);
-    m_graph->setResult(m_workspace->result());
+    m_report = std::make_unique<XCoreReport>(m_workspace);
+    m_graph->showResult(m_workspace->result(), m_report->heldPerPercent());
+    m_runLine->setText(m_report->runLine());
     m_inputView->setCsv(m_workspace->csv());
     if (m_workspace->src()) {
         m_sourceView->setCsv(m_workspace->src());
@@ -234,9 +259,22 @@ void XMainWindow::update(int value)
     XCsv* table = m_workspace->result() ? m_workspace->result()->csv(value) : nullptr;
     if (table && table != m_shown) {
         m_shown = table;
-        m_coreView->setCsv(table);
+        // The starting collection's accessions lead every core table.
+        m_coreView->setCsv(table, m_workspace->src() ? m_workspace->src()->rows() - 1 : 0);
     }
     m_workspace->setSlider(value);
+    if (m_report)
+        m_coverageLine->setText(m_report->coverageLine(value));
+}
+
+QString XMainWindow::coverageLine() const
+{
+    return m_coverageLine->text();
+}
+
+QString XMainWindow::runLine() const
+{
+    return m_runLine->text();
 }
 
 void XMainWindow::sample()
@@ -251,6 +289,7 @@ void XMainWindow::wizard()
     if (m_pendingCsv)
         return;
     XWizard wizard(this);
+    connect(&wizard, &XWizard::searchChosen, this, &XMainWindow::chooseSearch);
     connect(&wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
             &XMainWindow::parseCsv);
     wizard.exec();
@@ -258,6 +297,9 @@ void XMainWindow::wizard()
 
 void XMainWindow::parseCsv(XCsv* csv, XCsv* src, int iterations, int seed)
 {
+    // The choice holds for this call only.
+    const Run chosen = m_next;
+    m_next = Run();
     if (m_pendingCsv)
         return;
     // The search needs accessions; a header row alone is refused here,
@@ -272,20 +314,42 @@ void XMainWindow::parseCsv(XCsv* csv, XCsv* src, int iterations, int seed)
     }
     m_pendingCsv = csv;
     m_pendingSrc = src;
+    m_pendingRun = chosen;
+    m_pendingRun.iterations = iterations;
+    m_runClock.start();
+    if (m_pendingRun.exact) {
+        XExactCore core(csv, src, m_pendingRun.budget);
+        runEngine(core);
+    } else {
+        XCore core(csv, src, iterations, seed);
+        // A clock seed is kept as the number it became, so the run can be repeated.
+        m_pendingRun.seed = int(core.seed());
+        runEngine(core);
+    }
+}
 
-    XCore core(csv, src, iterations, seed);
+void XMainWindow::chooseSearch(bool exact, int budgetSeconds)
+{
+    m_next.exact = exact;
+    m_next.budget = budgetSeconds;
+}
+
+template <typename Engine> void XMainWindow::runEngine(Engine& core)
+{
     QProgressDialog progress(tr("Working..."), tr("Abort"), 1, 100, this);
-    connect(&core, &XCore::percentChanged, &progress, &QProgressDialog::setValue);
-    connect(&core, &XCore::searching, &progress, [&progress](int size, int accessions) {
-        progress.setLabelText(
-            tr("Working...\nSearching cores of %1 of %2 accessions").arg(size).arg(accessions));
-    });
-    connect(&core, &XCore::error, &progress, &QWidget::close);
+    connect(&core, &Engine::percentChanged, &progress, &QProgressDialog::setValue);
+    if constexpr (std::is_same_v<Engine, XCore>) {
+        connect(&core, &XCore::searching, &progress, [&progress](int size, int accessions) {
+            progress.setLabelText(
+                tr("Working...\nSearching cores of %1 of %2 accessions").arg(size).arg(accessions));
+        });
+    }
+    connect(&core, &Engine::error, &progress, &QWidget::close);
     connect(&core, &QThread::finished, &progress, &QWidget::close);
-    connect(&core, &XCore::completed, this, &XMainWindow::csvParseSucceeded);
-    connect(&core, &XCore::error, this, &XMainWindow::csvParseFailed);
+    connect(&core, &Engine::completed, this, &XMainWindow::csvParseSucceeded);
+    connect(&core, &Engine::error, this, &XMainWindow::csvParseFailed);
     connect(&progress, &QProgressDialog::canceled, this, &XMainWindow::csvParseCanceled);
-    connect(&progress, &QProgressDialog::canceled, &core, &XCore::stopIterating);
+    connect(&progress, &QProgressDialog::canceled, &core, &Engine::stopIterating);
     core.start();
     progress.exec();
     core.wait();
@@ -306,7 +370,12 @@ void XMainWindow::csvParseSucceeded(XResult* result)
         delete result;
         return;
     }
-    clearWorkspace(new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr));
+    auto* workspace = new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr);
+    if (m_pendingRun.exact)
+        workspace->setExactRun(m_pendingRun.budget, m_runClock.nsecsElapsed() / 1e9);
+    else
+        workspace->setReproducibleRun(m_pendingRun.iterations, m_pendingRun.seed);
+    clearWorkspace(workspace);
     m_pendingCsv = nullptr;
     m_pendingSrc = nullptr;
     m_file.made();

@@ -2,6 +2,7 @@
 
 #include "XAnalysisFile.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
 #include <memory>
@@ -13,6 +14,7 @@ class QPushButton;
 class QSlider;
 class QTabWidget;
 class XCsv;
+class XCoreReport;
 class XCsvTableWidget;
 class XGraphWidget;
 class XResult;
@@ -39,10 +41,16 @@ public:
 
     XWorkspace* workspace() const { return m_workspace; }
     XCsv* shownCore() const { return m_shown; }
+    // The two lines under the slider: the shown core's coverage, and the run.
+    QString coverageLine() const;
+    QString runLine() const;
 
 public slots:
     void sample();
     void wizard();
+    // The search the next parseCsv() runs; it falls back to the reproducible
+    // one after each run, so a direct parseCsv() runs that.
+    void chooseSearch(bool exact, int budgetSeconds);
     void parseCsv(XCsv* csv, XCsv* src, int iterations, int seed);
     void csvParseSucceeded(XResult* result);
     void csvParseFailed(QString error);
@@ -61,6 +69,9 @@ private:
     QWidget* buildStartPage();
     QWidget* buildCorePage();
     void discardPending();
+    // Runs the engine under the progress dialog until it ends.
+    template <typename Engine> void runEngine(Engine& core);
+    void showCoreLines(int value);
     void reportWrite(bool written, QString const& done, QString const& fileName,
                      QString const& reason);
 
@@ -79,6 +90,8 @@ private:
     QPushButton* m_sampleButton;
     QSlider* m_slider;
     QLabel* m_sliderValue;
+    QLabel* m_coverageLine;
+    QLabel* m_runLine;
     XCsvTableWidget* m_coreView;
     XGraphWidget* m_graph;
     XCsvTableWidget* m_inputView;
@@ -87,5 +100,17 @@ private:
     XCsv* m_pendingCsv = nullptr;
     XCsv* m_pendingSrc = nullptr;
     XWorkspace* m_workspace = nullptr;
+    std::unique_ptr<XCoreReport> m_report;
+    // The search chosen for the next run, and the one under way.
+    struct Run
+    {
+        bool exact = false;
+        int budget = 0;
+        int iterations = 0;
+        int seed = 0;
+    };
+    Run m_next;
+    Run m_pendingRun;
+    QElapsedTimer m_runClock;
     XAnalysisFile m_file;
 };

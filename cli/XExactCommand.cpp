@@ -95,6 +95,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     // The workspace owns the tables and the result from here on.
     XWorkspace analysis(input.release(), source.release(), outcome.release());
     analysis.setSlider(options.percent);
+    analysis.setExactRun(options.budget, seconds);
     if (!options.workspace.isEmpty() &&
         !XSaveFile::writeText(options.workspace, analysis.toString(), &reason)) {
         err << options.workspace << ": could not be written: " << reason << '\n';

@@ -209,6 +209,7 @@ int main(int argc, char** argv)
     // The workspace owns the tables and the result from here on.
     XWorkspace analysis(input.release(), source.release(), outcome.release());
     analysis.setSlider(percentValue);
+    analysis.setReproducibleRun(iterationCount, seedValue);
     if (parser.isSet(workspace) &&
         !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
         err << parser.value(workspace) << ": could not be written: " << reason << '\n';

@@ -12,9 +12,14 @@ namespace {
 
 const QString hasSourceKey = QStringLiteral("HasSource");
 const QString sliderKey = QStringLiteral("SliderValue");
-// Written only for a result of the exact search, which carries lower bounds.
+// Written for a result of the exact search, which carries lower bounds, and
+// for any run whose settings are recorded (setReproducibleRun, setExactRun).
 const QString searchKey = QStringLiteral("Search");
 const QString boundsKey = QStringLiteral("LowerBounds");
+const QString iterationsKey = QStringLiteral("Iterations");
+const QString seedKey = QStringLiteral("Seed");
+const QString budgetKey = QStringLiteral("Budget");
+const QString secondsKey = QStringLiteral("Seconds");
 const QLatin1String sectionEnd("#");
 
 // Collects the lines up to the next "#" line, each with its line end.
@@ -85,9 +90,9 @@ bool XWorkspace::hasSource() const
     return m_settings.value(hasSourceKey).toBool();
 }
 
-int XWorkspace::slider() const
+int XWorkspace::wholeSetting(QString const& key) const
 {
-    const auto it = m_settings.constFind(sliderKey);
+    const auto it = m_settings.constFind(key);
     if (it == m_settings.constEnd())
         return -1;
     bool ok = false;
@@ -95,6 +100,52 @@ int XWorkspace::slider() const
     const int value =
         it->userType() == QMetaType::QString ? strictToInt(it->toString(), &ok) : it->toInt(&ok);
     return ok ? value : -1;
+}
+
+int XWorkspace::slider() const
+{
+    return wholeSetting(sliderKey);
+}
+
+QString XWorkspace::search() const
+{
+    return m_settings.value(searchKey).toString();
+}
+
+void XWorkspace::setReproducibleRun(int const& iterations, int const& seed)
+{
+    m_settings.insert(searchKey, QStringLiteral("reproducible"));
+    m_settings.insert(iterationsKey, iterations);
+    m_settings.insert(seedKey, seed);
+}
+
+void XWorkspace::setExactRun(int const& budgetSeconds, double const& seconds)
+{
+    m_settings.insert(searchKey, QStringLiteral("exact"));
+    m_settings.insert(budgetKey, budgetSeconds);
+    m_settings.insert(secondsKey, QString::number(seconds, 'f', 1));
+}
+
+int XWorkspace::iterations() const
+{
+    return wholeSetting(iterationsKey);
+}
+
+int XWorkspace::seed() const
+{
+    return wholeSetting(seedKey);
+}
+
+int XWorkspace::budget() const
+{
+    return wholeSetting(budgetKey);
+}
+
+double XWorkspace::seconds() const
+{
+    bool ok = false;
+    const double value = m_settings.value(secondsKey).toString().toDouble(&ok);
+    return ok && value >= 0 ? value : -1.0;
 }
 
 void XWorkspace::setSlider(int const& value)

@@ -9,8 +9,9 @@ class XCsv;
 class XResult;
 
 // One whole analysis: input table, optional starting collection, result,
-// named settings ("HasSource", "SliderValue") and the last save path. Its
-// text form is the content of a workspace file. Owns its three objects.
+// named settings ("HasSource", "SliderValue", the search and its settings)
+// and the last save path. Its text form is the content of a workspace file.
+// Owns its three objects.
 class XWorkspace : public XFile
 {
     Q_OBJECT
@@ -33,6 +34,19 @@ public:
     void setSavePath(QString const& path) { m_savePath = path; }
     QMap<QString, QVariant> const& settings() const { return m_settings; }
 
+    // The search that made the result and the settings it ran with, kept in
+    // the settings section so that a run can be told and repeated later.
+    // search() is "reproducible", "exact", or empty when nothing says.
+    QString search() const;
+    void setReproducibleRun(int const& iterations, int const& seed);
+    void setExactRun(int const& budgetSeconds, double const& seconds);
+    // Each -1 when not recorded or not a whole number.
+    int iterations() const;
+    int seed() const;
+    int budget() const;
+    // The exact search's running time in seconds; negative when not recorded.
+    double seconds() const;
+
     // Whether this holds a whole analysis that can be shown: an input table
     // with a header row and at least one data row, every row as wide as the
     // header; a starting collection exactly when hasSource(), with the same
@@ -44,6 +58,8 @@ public:
     void fromString(QString& text) override;
 
 private:
+    int wholeSetting(QString const& key) const;
+
     XCsv* m_csv = nullptr;
     XCsv* m_src = nullptr;
     XResult* m_result = nullptr;

@@ -4,6 +4,7 @@
 #include "XCsv.h"
 
 #include <QBrush>
+#include <QFont>
 #include <QSet>
 
 namespace {
@@ -81,6 +82,21 @@ QVariant XCsvTableModel::data(QModelIndex const& index, int role) const
 
 QVariant XCsvTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Vertical && section >= 0 && section < m_markedRows) {
+        switch (role) {
+        case Qt::FontRole: {
+            QFont font;
+            font.setBold(true);
+            return font;
+        }
+        case Qt::ForegroundRole:
+            return QBrush(Qt::darkBlue);
+        case Qt::ToolTipRole:
+            return tr("In the starting collection");
+        default:
+            break;
+        }
+    }
     if (role != Qt::DisplayRole || !m_csv || section < 0)
         return QVariant();
     if (orientation == Qt::Horizontal) {

@@ -46,6 +46,11 @@ public:
     bool hasErrors() const { return m_open > 0; }
     bool isError(QVariant const& value) const;
 
+    // The first `count` data rows get a bold, tinted label: in a core table
+    // they are the starting collection, there before the search chose.
+    void setMarkedRows(int const& count) { m_markedRows = count; }
+    int markedRows() const { return m_markedRows; }
+
 signals:
     // After every cell check and every insertion or removal.
     void modified();
@@ -76,4 +81,5 @@ private:
     int m_slotColumns = 0;
     int m_open = 0;
     mutable int m_stale = 0;
+    int m_markedRows = 0;
 };

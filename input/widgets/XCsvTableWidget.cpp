@@ -32,7 +32,7 @@ XCsvTableWidget::~XCsvTableWidget()
         delete current;
 }
 
-void XCsvTableWidget::setCsv(XCsv* csv)
+void XCsvTableWidget::setCsv(XCsv* csv, int const& markedRows)
 {
     if (!csv) {
         setModel(nullptr);
@@ -40,6 +40,7 @@ void XCsvTableWidget::setCsv(XCsv* csv)
     }
     auto* next = new XCsvTableModel(csv, true, nullptr);
     next->setProperty(kOwnModel, true);
+    next->setMarkedRows(markedRows);
     setModel(next);
 }
 

@@ -17,7 +17,8 @@ public:
     // Shows the table through a new read-only model, or nothing for null.
     // The view owns the models it makes here and deletes the previous one;
     // a model given through setModel() stays its giver's.
-    void setCsv(XCsv* csv);
+    // The first markedRows accessions get a bold, tinted label.
+    void setCsv(XCsv* csv, int const& markedRows = 0);
     // Deletes the replaced model when setCsv() made it.
     void setModel(QAbstractItemModel* model) override;
 

@@ -2,9 +2,11 @@
 
 #include <QWizardPage>
 
+class QRadioButton;
 class QSpinBox;
 
-// The search's settings: attempts per core size and the random seed.
+// The search's settings: which search, attempts per core size and the random
+// seed for the reproducible one, the time budget for the exact one.
 class XSettingsPage : public QWizardPage
 {
     Q_OBJECT
@@ -15,6 +17,12 @@ public:
     void initializePage() override;
 
 private:
+    // Each search enables only the settings that it reads.
+    void searchToggled();
+
     QSpinBox* m_iterations;
     QSpinBox* m_seed;
+    QRadioButton* m_reproducible;
+    QRadioButton* m_exact;
+    QSpinBox* m_budget;
 };

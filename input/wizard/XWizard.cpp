@@ -57,6 +57,8 @@ void XWizard::finished(int result)
     }
     const int iterations = field(QStringLiteral("iterations")).toInt();
     const int seed = field(QStringLiteral("seed")).toInt();
+    emit searchChosen(field(QStringLiteral("exact")).toBool(),
+                      field(QStringLiteral("budget")).toInt());
     if (field(QStringLiteral("file")).toBool()) {
         delete manual;
         emit finished(csv, src, iterations, seed);

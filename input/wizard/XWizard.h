@@ -7,8 +7,9 @@ class XCsvSelectionPage;
 class XManualEditingPage;
 
 // Collects an analysis: the input table (from a file or built by hand), an
-// optional starting collection, iterations and seed. On acceptance the
-// tables pass to whoever receives finished(XCsv*, XCsv*, int, int).
+// optional starting collection, the search, iterations and seed. On
+// acceptance searchChosen() tells the search, then the tables pass to
+// whoever receives finished(XCsv*, XCsv*, int, int).
 class XWizard : public QWizard
 {
     Q_OBJECT
@@ -19,6 +20,9 @@ public:
     explicit XWizard(QWidget* parent = nullptr);
 
 signals:
+    // Emitted on acceptance just before finished(XCsv*, XCsv*, int, int):
+    // whether the exact search was chosen, and its time budget in seconds.
+    void searchChosen(bool exact, int budgetSeconds);
     void finished(XCsv* csv, XCsv* src, int iterations, int seed);
 
 public slots:

@@ -2,8 +2,10 @@
 #include "XGraphWidget.h"
 #include "XResult.h"
 
+#include <QTemporaryDir>
 #include <QtTest>
 #include <cmath>
+#include <qwt_legend.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
@@ -85,6 +87,10 @@ private slots:
     void labelsNeverOverlap();
     void wholeNumberTicks_data();
     void wholeNumberTicks();
+    void heldCurveBesideReported();
+    void exactBoundsDashed();
+    void savedPictureSizes_data();
+    void savedPictureSizes();
 
 private:
     XCsv* m_input = nullptr;
@@ -305,6 +311,106 @@ void TestXGraphWidget::wholeNumberTicks()
         QCOMPARE(div.lowerBound(), 0.0);
         QVERIFY(div.upperBound() >= (axis == QwtPlot::xBottom ? points.right() : points.bottom()));
     }
+}
+
+QwtPlotCurve* titled(XGraphWidget const& graph, QString const& title)
+{
+    for (QwtPlotCurve* curve : curves(graph)) {
+        if (curve->title().text() == title)
+            return curve;
+    }
+    return nullptr;
+}
+
+void TestXGraphWidget::heldCurveBesideReported()
+{
+    // Sizes 2 (percentages 1-50) and 4 (51-100); the second core's cells
+    // could not be counted.
+    XResult result(
+        entries([](int p) { return p <= 50 ? 2 : 4; }, [](int p) { return p <= 50 ? 7 : 11; }),
+        m_input, nullptr);
+    QVector<int> held(100, 5);
+    for (int p = 51; p <= 100; ++p)
+        held[p - 1] = -1;
+    m_graph->showResult(&result, held);
+    QVERIFY(qobject_cast<QwtLegend*>(m_graph->legend()));
+    QwtPlotCurve* reported = titled(*m_graph, QStringLiteral("reported by the search"));
+    QwtPlotCurve* holds = titled(*m_graph, QStringLiteral("held by the core"));
+    QVERIFY(reported && holds);
+    QCOMPARE(int(reported->dataSize()), 2);
+    QCOMPARE(reported->sample(1), QPointF(4, 11));
+    QCOMPARE(int(holds->dataSize()), 1);
+    QCOMPARE(holds->sample(0), QPointF(2, 5));
+    QVERIFY(holds->pen().color() != reported->pen().color());
+    QVERIFY(holds->testItemAttribute(QwtPlotItem::Legend));
+    // Only the two named curves stand in the legend.
+    int named = 0;
+    for (QwtPlotItem* item : m_graph->itemList())
+        named += item->testItemAttribute(QwtPlotItem::Legend);
+    QCOMPARE(named, 2);
+    // A plain result again: the held curve goes.
+    m_graph->setResult(&result);
+    QVERIFY(!titled(*m_graph, QStringLiteral("held by the core")));
+}
+
+void TestXGraphWidget::exactBoundsDashed()
+{
+    XResult result(
+        entries([](int p) { return p <= 50 ? 2 : 4; }, [](int p) { return p <= 50 ? 7 : 11; }),
+        m_input, nullptr);
+    QList<int> bounds;
+    for (int p = 1; p <= 100; ++p)
+        bounds << (p <= 50 ? 2 : 3);
+    result.setLowerBounds(bounds);
+    QVector<int> held(100, 0);
+    for (int p = 1; p <= 100; ++p)
+        held[p - 1] = p <= 50 ? 7 : 11;
+    m_graph->showResult(&result, held);
+    QVERIFY(!titled(*m_graph, QStringLiteral("held by the core")));
+    QVERIFY(!titled(*m_graph, QStringLiteral("reported by the search")));
+    QwtPlotCurve* smallest = titled(*m_graph, QStringLiteral("held by the core (smallest)"));
+    QVERIFY(smallest);
+    QCOMPARE(smallest->sample(0), QPointF(2, 7));
+    QCOMPARE(smallest->sample(1), QPointF(4, 11));
+    QwtPlotCurve* dashed = titled(*m_graph, QStringLiteral("at least this many accessions"));
+    QVERIFY(dashed);
+    QCOMPARE(dashed->pen().style(), Qt::DashLine);
+    // Only the unproven core has a bound below its size.
+    QCOMPARE(int(dashed->dataSize()), 1);
+    QCOMPARE(dashed->sample(0), QPointF(3, 11));
+}
+
+void TestXGraphWidget::savedPictureSizes_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QByteArray>("size");
+    // 160 x 100 mm: 1890 x 1181 dots at 300 dpi; in PDF whole points.
+    QTest::newRow("png") << QStringLiteral("png") << QByteArray("IHDR");
+    QTest::newRow("svg") << QStringLiteral("svg") << QByteArray("width=\"160mm\" height=\"100mm\"");
+    QTest::newRow("pdf") << QStringLiteral("pdf")
+                         << QByteArray("/MediaBox [0 0 454.000000 283.000000]");
+}
+
+void TestXGraphWidget::savedPictureSizes()
+{
+    QFETCH(QString, suffix);
+    QFETCH(QByteArray, size);
+    XResult result(entries([](int p) { return 1 + p / 10; }, [](int p) { return p; }), m_input,
+                   nullptr);
+    m_graph->showResult(&result, QVector<int>(100, 3));
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("graph.") + suffix);
+    QString error;
+    QVERIFY2(m_graph->saveImage(path, &error), qPrintable(error));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY2(bytes.contains(size), bytes.left(400).constData());
+    if (suffix == QLatin1String("png")) {
+        QCOMPARE(QImage(path).size(), QSize(1890, 1181));
+    }
+    QVERIFY(!m_graph->saveImage(dir.filePath(QStringLiteral("graph.jpg")), &error));
+    QCOMPARE(error, QStringLiteral("the name must end in .png, .svg or .pdf"));
 }
 
 QTEST_MAIN(TestXGraphWidget)

@@ -24,6 +24,7 @@
 #include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QStatusBar>
@@ -34,6 +35,7 @@
 
 #include <cmath>
 #include <csignal>
+#include <qwt_legend.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_scale_div.h>
@@ -114,6 +116,25 @@ XWorkspace* wideWorkspace()
     return new XWorkspace(csv, nullptr, new XResult(entries, csv, nullptr));
 }
 
+QwtPlotCurve* curveTitled(XGraphWidget const& graph, QString const& title)
+{
+    for (QwtPlotItem* item : graph.itemList(QwtPlotItem::Rtti_PlotCurve)) {
+        if (item->title().text() == title)
+            return static_cast<QwtPlotCurve*>(item);
+    }
+    return nullptr;
+}
+
+// The y value the curve gives the core of that size; -1 when it has none.
+double yAt(QwtPlotCurve const* curve, double size)
+{
+    for (size_t i = 0; curve && i < curve->dataSize(); ++i) {
+        if (curve->sample(int(i)).x() == size)
+            return curve->sample(int(i)).y();
+    }
+    return -1;
+}
+
 QString messageOf(QWidget* modal)
 {
     auto* box = qobject_cast<QMessageBox*>(modal);
@@ -173,6 +194,16 @@ private slots:
     void workspaceDialogTitlesStatusAndWindowTitle();
     void graphWholeNumbersAndLabelsInside();
     void graphAxesLaidOutForEachResult();
+    void exactSearchLines();
+    void reproducibleLines();
+    void clockSeedKeptAndRepeated();
+    void exportImportKeepsSearch_data();
+    void exportImportKeepsSearch();
+    void startingCollectionMarked();
+    void saveGraphPicture_data();
+    void saveGraphPicture();
+    void saveGraphRefusesOtherSuffix();
+    void exactAbortKeepsPreviousWorkspace();
 
 private:
     QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(QStringLiteral("tabs")); }
@@ -183,6 +214,16 @@ private:
     XCsvTableWidget* view(int tab);
     // Runs New through the wizard's file route on the given files.
     void runAnalysis(QString const& input, QString const& start, int iterations, int seed);
+    // The same with "Smallest cores (exact)" clicked on the settings page.
+    void runExactAnalysis(QString const& input, int budget);
+    // Exports the workspace shown, shows another, and imports the file.
+    void exportAndImport(QString const& name);
+    // Opens the graph's own menu by a right click and clicks the entry.
+    void clickGraphMenu(QString const& text);
+    XGraphWidget* graph()
+    {
+        return qobject_cast<XGraphWidget*>(tabs()->widget(XMainWindow::GraphTab));
+    }
     void answerSave(QString const& name);
     // New, the wizard's file route and Finish, all by clicks.
     void runAnalysisByClicks(QString const& input);
@@ -268,6 +309,69 @@ void TestXMainWindow::runAnalysis(QString const& input, QString const& start, in
         wizard->accept();
     });
     m_window->wizard();
+}
+
+void TestXMainWindow::runExactAnalysis(QString const& input, int budget)
+{
+    bool settingsSeen = false;
+    whenModalOpens([=, &settingsSeen](QWidget* modal) {
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        if (!wizard) {
+            modal->close();
+            return;
+        }
+        wizard->next();
+        XFileDialog::setOpenHook([input](QWidget*, QString const&) { return input; });
+        QMetaObject::invokeMethod(wizard->currentPage(), "csvBrowseButtonClicked");
+        wizard->next();
+        QWidget* page = wizard->currentPage();
+        auto* exact = page->findChild<QRadioButton*>(QStringLiteral("exactSearch"));
+        auto* iterations = page->findChild<QSpinBox*>(QStringLiteral("iterations"));
+        auto* seed = page->findChild<QSpinBox*>(QStringLiteral("seed"));
+        auto* budgetBox = page->findChild<QSpinBox*>(QStringLiteral("budget"));
+        QApplication::processEvents();
+        QTest::mouseClick(exact, Qt::LeftButton, Qt::NoModifier,
+                          QPoint(exact->height() / 2, exact->height() / 2));
+        // The reproducible search's settings do not apply to the exact one.
+        settingsSeen = exact->isChecked() && !iterations->isEnabled() && !seed->isEnabled() &&
+                       budgetBox->isEnabled();
+        budgetBox->setValue(budget);
+        wizard->accept();
+    });
+    m_window->wizard();
+    QVERIFY(settingsSeen);
+}
+
+void TestXMainWindow::exportAndImport(QString const& name)
+{
+    const QString path = m_dir->filePath(name);
+    answerSave(path);
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QVERIFY(QFile::exists(path));
+    m_window->clearWorkspace(smallWorkspace(false, 10));
+    XFileDialog::setOpenHook([path](QWidget*, QString const&) { return path; });
+    action(QStringLiteral("Import Workspace..."))->trigger();
+    QCOMPARE(m_window->statusBar()->currentMessage(), QStringLiteral("Imported ") + path);
+}
+
+void TestXMainWindow::clickGraphMenu(QString const& text)
+{
+    tabs()->setCurrentIndex(XMainWindow::GraphTab);
+    activate();
+    QWidget* canvas = graph()->canvas();
+    const QPoint at = canvas->rect().center();
+    // What a right click sends; the canvas leaves it to the graph.
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, canvas->mapToGlobal(at));
+    QApplication::sendEvent(canvas, &event);
+    QMenu* menu = nullptr;
+    QTRY_VERIFY((menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())));
+    QAction* chosen = nullptr;
+    for (QAction* a : menu->actions()) {
+        if (a->text() == text)
+            chosen = a;
+    }
+    QVERIFY(chosen);
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(chosen).center());
 }
 
 void TestXMainWindow::activate()
@@ -1208,6 +1312,287 @@ void TestXMainWindow::graphAxesLaidOutForEachResult()
     QCOMPARE(yAxis->geometry(), shown);
     // The axis and its title stay left of the canvas.
     QVERIFY(yAxis->geometry().right() < graph->canvas()->geometry().left());
+}
+
+void TestXMainWindow::exactSearchLines()
+{
+    // The 100 % entry of microbov is proven within a second on this build;
+    // the budget leaves a wide margin for a loaded or sanitized one.
+#ifdef VIREON_SANITIZED
+    const int budget = 40;
+#else
+    const int budget = 10;
+#endif
+    runExactAnalysis(examples + QStringLiteral("/microbov.csv"), budget);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
+    QCOMPARE(slider()->value(), 100);
+    QCOMPARE(m_window->coverageLine(),
+             QStringLiteral("72 accessions · they hold 373 of 373 alleles (100 %) · proven "
+                            "smallest"));
+    QVERIFY(m_window->findChild<QLabel*>(QStringLiteral("coverageLine"))->isVisible());
+    const QRegularExpression run(
+        QStringLiteral("^Exact search · ([0-9]+) of 100 cores proven smallest · [0-9.]+ s$"));
+    const QRegularExpressionMatch match = run.match(m_window->runLine());
+    QVERIFY2(match.hasMatch(), qPrintable(m_window->runLine()));
+    XWorkspace* workspace = m_window->workspace();
+    QCOMPARE(workspace->search(), QStringLiteral("exact"));
+    QCOMPARE(workspace->budget(), budget);
+    QCOMPARE(workspace->result()->lowerBounds().size(), 100);
+    int proven = 0;
+    int unproven = -1;
+    for (int i = 0; i < 100; ++i) {
+        const int size = workspace->result()->entries().at(i).second.size();
+        if (workspace->result()->lowerBounds().at(i) == size)
+            ++proven;
+        else
+            unproven = i + 1;
+    }
+    QCOMPARE(match.captured(1).toInt(), proven);
+
+    // One curve of what the cores hold; the bounds dashed where not proven.
+    QwtPlotCurve* held = curveTitled(*graph(), QStringLiteral("held by the core (smallest)"));
+    QVERIFY(held);
+    QCOMPARE(yAt(held, 72), 373.0);
+    QVERIFY(!curveTitled(*graph(), QStringLiteral("held by the core")));
+    QVERIFY(!curveTitled(*graph(), QStringLiteral("reported by the search")));
+    QwtPlotCurve* bounds = curveTitled(*graph(), QStringLiteral("at least this many accessions"));
+    QCOMPARE(bounds != nullptr, unproven > 0);
+    if (unproven > 0) {
+        QCOMPARE(bounds->pen().style(), Qt::DashLine);
+        slider()->setValue(unproven);
+        const int needed = workspace->result()->lowerBounds().at(unproven - 1);
+        QVERIFY2(m_window->coverageLine().endsWith(
+                     QStringLiteral(" · at least %1 accessions are needed").arg(needed)),
+                 qPrintable(m_window->coverageLine()));
+    }
+}
+
+void TestXMainWindow::reproducibleLines()
+{
+    runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1, 1);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
+    QCOMPARE(m_window->coverageLine(),
+             QStringLiteral("54 accessions · the search reports 373 of 373 alleles · they hold "
+                            "319 (85.5 %)"));
+    QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));
+    slider()->setValue(50);
+    QCOMPARE(m_window->coverageLine(),
+             QStringLiteral("6 accessions · the search reports 214 of 373 alleles · they hold "
+                            "167 (44.8 %)"));
+    QCOMPARE(m_window->workspace()->search(), QStringLiteral("reproducible"));
+    // At the window's smallest width the long line wraps rather than being cut.
+    m_window->resize(640, 480);
+    QApplication::processEvents();
+    QCOMPARE(m_window->width(), 640);
+    auto* line = m_window->findChild<QLabel*>(QStringLiteral("coverageLine"));
+    QVERIFY2(
+        line->minimumSizeHint().width() <= line->width(),
+        qPrintable(
+            QStringLiteral("%1 > %2").arg(line->minimumSizeHint().width()).arg(line->width())));
+
+    // Both curves, the second in another colour, named by the legend.
+    QwtPlotCurve* reported = curveTitled(*graph(), QStringLiteral("reported by the search"));
+    QwtPlotCurve* held = curveTitled(*graph(), QStringLiteral("held by the core"));
+    QVERIFY(reported && held);
+    QVERIFY(held->pen().color() != reported->pen().color());
+    QCOMPARE(yAt(reported, 54), 373.0);
+    QCOMPARE(yAt(held, 54), 319.0);
+    QCOMPARE(yAt(reported, 6), 214.0);
+    QCOMPARE(yAt(held, 6), 167.0);
+    auto* legend = qobject_cast<QwtLegend*>(graph()->legend());
+    QVERIFY(legend);
+    QStringList named;
+    for (QwtPlotItem* item : graph()->itemList()) {
+        if (item->testItemAttribute(QwtPlotItem::Legend))
+            named << item->title().text();
+    }
+    named.sort();
+    QCOMPARE(named, QStringList({QStringLiteral("held by the core"),
+                                 QStringLiteral("reported by the search")}));
+}
+
+void TestXMainWindow::clockSeedKeptAndRepeated()
+{
+    runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
+    const QRegularExpressionMatch match =
+        QRegularExpression(QStringLiteral("^Reproducible search · seed ([0-9]+) · 1 iteration$"))
+            .match(m_window->runLine());
+    QVERIFY2(match.hasMatch(), qPrintable(m_window->runLine()));
+    const int seed = match.captured(1).toInt();
+    QVERIFY(seed > 0);
+    QCOMPARE(m_window->workspace()->seed(), seed);
+    const QString result = m_window->workspace()->result()->toString();
+
+    exportAndImport(QStringLiteral("clock.ccw"));
+    const QString text = QString::fromUtf8(readAll(m_dir->filePath(QStringLiteral("clock.ccw"))));
+    QVERIFY(text.contains(QStringLiteral("\nSeed=%1\n").arg(seed)));
+    QCOMPARE(m_window->runLine(), match.captured(0));
+    QCOMPARE(m_window->workspace()->seed(), seed);
+
+    // The seed read back repeats the run.
+    runAnalysis(examples + QStringLiteral("/microbov.csv"), QString(), 1,
+                m_window->workspace()->seed());
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->runLine() == match.captured(0) &&
+                                 m_window->workspace()->result()->toString() == result,
+                             120000);
+}
+
+void TestXMainWindow::exportImportKeepsSearch_data()
+{
+    QTest::addColumn<bool>("exact");
+    QTest::newRow("reproducible") << false;
+    QTest::newRow("exact") << true;
+}
+
+void TestXMainWindow::exportImportKeepsSearch()
+{
+    QFETCH(bool, exact);
+    if (exact)
+        runExactAnalysis(examples + QStringLiteral("/microbov.csv"), 1);
+    else
+        runAnalysis(examples + QStringLiteral("/microbov.csv"),
+                    examples + QStringLiteral("/microbov_start.csv"), 2, 5);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
+    slider()->setValue(60);
+    const QString runLine = m_window->runLine();
+    const QString coverageLine = m_window->coverageLine();
+    XWorkspace* made = m_window->workspace();
+    const QString search = made->search();
+    const int seed = made->seed();
+    const int iterations = made->iterations();
+    const QList<int> bounds = made->result()->lowerBounds();
+    QCOMPARE(search, exact ? QStringLiteral("exact") : QStringLiteral("reproducible"));
+    QCOMPARE(bounds.size(), exact ? 100 : 0);
+    if (!exact) {
+        QCOMPARE(runLine, QStringLiteral("Reproducible search · seed 5 · 2 iterations"));
+        QVERIFY2(coverageLine.contains(QStringLiteral(" (5 in the starting collection) · ")),
+                 qPrintable(coverageLine));
+    }
+
+    exportAndImport(exact ? QStringLiteral("exact.ccw") : QStringLiteral("reproducible.ccw"));
+    XWorkspace* imported = m_window->workspace();
+    QVERIFY(imported != made);
+    QCOMPARE(imported->search(), search);
+    QCOMPARE(imported->seed(), seed);
+    QCOMPARE(imported->iterations(), iterations);
+    QCOMPARE(imported->result()->lowerBounds(), bounds);
+    QCOMPARE(slider()->value(), 60);
+    QCOMPARE(m_window->runLine(), runLine);
+    QCOMPARE(m_window->coverageLine(), coverageLine);
+}
+
+void TestXMainWindow::startingCollectionMarked()
+{
+    m_window->clearWorkspace(smallWorkspace(true, 100));
+    QCOMPARE(m_window->coverageLine(),
+             QStringLiteral("3 accessions (1 in the starting collection) · the search reports 5 "
+                            "of 6 alleles · they hold 5 (83.3 %)"));
+    // A workspace that records no settings says only what it knows.
+    QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search"));
+    QAbstractItemModel* model = view(XMainWindow::CoreTab)->model();
+    QCOMPARE(model->headerData(0, Qt::Vertical).toString(), QStringLiteral("S1"));
+    QVERIFY(model->headerData(0, Qt::Vertical, Qt::FontRole).value<QFont>().bold());
+    QCOMPARE(model->headerData(0, Qt::Vertical, Qt::ToolTipRole).toString(),
+             QStringLiteral("In the starting collection"));
+    for (int row : {1, 2})
+        QVERIFY(!model->headerData(row, Qt::Vertical, Qt::FontRole).value<QFont>().bold());
+    QVERIFY(!view(XMainWindow::InputTab)
+                 ->model()
+                 ->headerData(0, Qt::Vertical, Qt::FontRole)
+                 .value<QFont>()
+                 .bold());
+}
+
+void TestXMainWindow::saveGraphPicture_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("signature");
+    QTest::newRow("png") << QStringLiteral("graph.png") << QByteArray("\x89PNG\r\n\x1a\n");
+    QTest::newRow("svg") << QStringLiteral("graph.svg") << QByteArray("<?xml");
+    QTest::newRow("pdf") << QStringLiteral("graph.pdf") << QByteArray("%PDF-");
+}
+
+void TestXMainWindow::saveGraphPicture()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, signature);
+    m_window->clearWorkspace(smallWorkspace(true, 100));
+    const QString path = m_dir->filePath(name);
+    QString filterSeen;
+    XFileDialog::setSaveHook([&](QWidget*, QString const& filter) {
+        filterSeen = filter;
+        return path;
+    });
+    clickGraphMenu(QStringLiteral("Save Graph As..."));
+    QTRY_COMPARE(m_window->statusBar()->currentMessage(), QStringLiteral("Graph saved to ") + path);
+    QCOMPARE(filterSeen,
+             QStringLiteral("PNG images (*.png);;SVG drawings (*.svg);;PDF documents (*.pdf)"));
+    const QByteArray bytes = readAll(path);
+    QVERIFY2(bytes.startsWith(signature), bytes.left(16).toHex().constData());
+    QVERIFY2(bytes.size() > 2000, qPrintable(QString::number(bytes.size())));
+    if (name.endsWith(QLatin1String(".png"))) {
+        // 160 x 100 mm at 300 dpi.
+        const QImage image(path);
+        QCOMPARE(image.size(), QSize(1890, 1181));
+        QCOMPARE(qRound(image.dotsPerMeterX() * 0.0254), 300);
+    } else if (name.endsWith(QLatin1String(".svg"))) {
+        QVERIFY(bytes.contains("<svg"));
+        QVERIFY(bytes.contains("width=\"160mm\"") || bytes.contains("viewBox"));
+    }
+    // Nothing was added to the File menu.
+    QStringList fileMenu;
+    for (QAction* entry : m_window->menuBar()->actions().first()->menu()->actions())
+        fileMenu << entry->text();
+    QCOMPARE(fileMenu,
+             QStringList({QStringLiteral("New..."), QStringLiteral("Save..."),
+                          QStringLiteral("Save As..."), QStringLiteral("Import Workspace..."),
+                          QStringLiteral("Export Workspace..."), QStringLiteral("Quit")}));
+}
+
+void TestXMainWindow::saveGraphRefusesOtherSuffix()
+{
+    m_window->clearWorkspace(smallWorkspace(false, 100));
+    const QString path = m_dir->filePath(QStringLiteral("graph.txt"));
+    answerSave(path);
+    clickGraphMenu(QStringLiteral("Save Graph As..."));
+    QTRY_COMPARE(
+        m_window->statusBar()->currentMessage(),
+        QStringLiteral("Could not write %1: the name must end in .png, .svg or .pdf").arg(path));
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestXMainWindow::exactAbortKeepsPreviousWorkspace()
+{
+    QPointer<XWorkspace> shown = smallWorkspace(false, 50);
+    m_window->clearWorkspace(shown);
+    const QString runLine = m_window->runLine();
+    bool aborted = false;
+    whenModalOpens([&aborted](QWidget* modal) {
+        auto* progress = qobject_cast<QProgressDialog*>(modal);
+        QVERIFY(progress);
+        QCOMPARE(progress->labelText(), QStringLiteral("Working..."));
+        QPushButton* abort = progress->findChild<QPushButton*>();
+        QVERIFY(abort);
+        aborted = true;
+        abort->click();
+    });
+    // A budget far longer than the test: only Abort ends this run early.
+    m_window->chooseSearch(true, 3600);
+    QPointer<XCsv> csv = new XCsv(examples + QStringLiteral("/microbov.csv"));
+    m_window->parseCsv(csv, nullptr, 1, 0);
+    QVERIFY(aborted);
+    QVERIFY(csv.isNull());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_window->workspace(), shown.data());
+    QCOMPARE(m_window->runLine(), runLine);
+
+    // The choice held for that run only: the next one is reproducible.
+    stopWatchingModals();
+    m_window->parseCsv(new XCsv(examples + QStringLiteral("/microbov.csv")), nullptr, 1, 1);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace() != shown.data(), 120000);
+    QCOMPARE(m_window->workspace()->search(), QStringLiteral("reproducible"));
+    QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));
 }
 
 QTEST_MAIN(TestXMainWindow)

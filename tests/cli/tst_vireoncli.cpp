@@ -61,6 +61,7 @@ private slots:
     void microbovExample();
     void exactSummary();
     void exactResultAndWorkspace();
+    void workspaceRecordsRun();
 
 private:
     QString file(QString const& name, QString const& text);
@@ -415,6 +416,24 @@ void TestVireonCli::exactResultAndWorkspace()
     QCOMPARE(read.result()->lowerBounds().size(), 100);
     QCOMPARE(read.slider(), 90);
     QVERIFY(read.hasSource());
+}
+
+void TestVireonCli::workspaceRecordsRun()
+{
+    // The window reads the search and its settings from the workspace.
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    const QString ccw = m_dir->filePath(QStringLiteral("seeded.ccw"));
+    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
+                              QStringLiteral("0"), QStringLiteral("-w"), ccw, input});
+    QCOMPARE(o.status, 0);
+    const QRegularExpressionMatch seed =
+        QRegularExpression(QStringLiteral("; seed: ([0-9]+)\n$")).match(o.out);
+    QVERIFY2(seed.hasMatch(), qPrintable(o.out));
+    XWorkspace read(ccw);
+    QCOMPARE(read.search(), QStringLiteral("reproducible"));
+    QCOMPARE(read.iterations(), 2);
+    QCOMPARE(read.seed(), seed.captured(1).toInt());
+    QVERIFY(read.seed() > 0);
 }
 
 QTEST_GUILESS_MAIN(TestVireonCli)

@@ -49,6 +49,8 @@ private slots:
     void settingsLinesTrimmedAndSplit();
     void otherSettingsKept();
     void lowerBoundsRoundTrip();
+    void runSettingsRoundTrip();
+    void runSettingsAbsentOrDamaged();
     void sliderValues_data();
     void sliderValues();
     void hasSourceValues_data();
@@ -528,6 +530,50 @@ void TestXWorkspace::isComplete()
     QFETCH(bool, complete);
     XWorkspace read(text);
     QCOMPARE(read.isComplete(), complete);
+}
+
+void TestXWorkspace::runSettingsRoundTrip()
+{
+    XCsv* csv = new XCsv(XCsv::Grid{{"Name", "M"}, {"a", 1}, {"b", 2}, {"c", 3}});
+    XWorkspace reproducible(csv, nullptr, new XResult(entriesFor(3), csv, nullptr));
+    reproducible.setReproducibleRun(5, 1732345678);
+    const QString text = reproducible.toString();
+    QVERIFY(text.startsWith(
+        QStringLiteral("Iterations=5\nSearch=reproducible\nSeed=1732345678\n\n#\n")));
+    XWorkspace read(text);
+    QCOMPARE(read.search(), QStringLiteral("reproducible"));
+    QCOMPARE(read.iterations(), 5);
+    QCOMPARE(read.seed(), 1732345678);
+    QCOMPARE(read.budget(), -1);
+    QCOMPARE(read.seconds(), -1.0);
+    QCOMPARE(read.toString(), text);
+
+    XCsv* other = new XCsv(XCsv::Grid{{"Name", "M"}, {"a", 1}, {"b", 2}, {"c", 3}});
+    XResult* result = new XResult(entriesFor(3), other, nullptr);
+    result->setLowerBounds(QList<int>() << 1);
+    XWorkspace exact(other, nullptr, result);
+    exact.setExactRun(60, 41.26);
+    XWorkspace readExact(exact.toString());
+    QCOMPARE(readExact.search(), QStringLiteral("exact"));
+    QCOMPARE(readExact.budget(), 60);
+    QCOMPARE(readExact.seconds(), 41.3);
+    QCOMPARE(readExact.seed(), -1);
+    QCOMPARE(readExact.iterations(), -1);
+    QVERIFY(exact.toString().startsWith(
+        QStringLiteral("Budget=60\nLowerBounds=1\nSearch=exact\nSeconds=41.3\n\n#\n")));
+}
+
+void TestXWorkspace::runSettingsAbsentOrDamaged()
+{
+    XWorkspace none(QStringLiteral("\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n3\n\n#"));
+    QCOMPARE(none.search(), QString());
+    QCOMPARE(none.seed(), -1);
+    QCOMPARE(none.iterations(), -1);
+    XWorkspace damaged(QStringLiteral(
+        "Seed= 7x\nIterations=\nSeconds=soon\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n3\n\n#"));
+    QCOMPARE(damaged.seed(), -1);
+    QCOMPARE(damaged.iterations(), -1);
+    QCOMPARE(damaged.seconds(), -1.0);
 }
 
 QTEST_GUILESS_MAIN(TestXWorkspace)

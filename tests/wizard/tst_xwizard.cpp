@@ -21,6 +21,10 @@ struct Received
     XCsv* src = nullptr;
     int iterations = -1;
     int seed = -1;
+    // Calls of searchChosen, each before finished's.
+    int searchCalls = 0;
+    bool exact = false;
+    int budget = -1;
 };
 
 } // namespace
@@ -38,6 +42,8 @@ private slots:
     void firstPage();
     void pageOrder();
     void settingsPage();
+    void searchChoice();
+    void finishWithExactSearch();
     void backResetsSettings();
     void finishDisabledAtZeroIterations();
     void finishFromFile();
@@ -106,6 +112,54 @@ void TestXWizard::connectReceiver()
                 m_received.iterations = iterations;
                 m_received.seed = seed;
             });
+}
+
+void TestXWizard::searchChoice()
+{
+    QWizardPage* page = m_wizard->page(XWizard::SettingsPage);
+    auto* reproducible = page->findChild<QRadioButton*>(QStringLiteral("reproducibleSearch"));
+    auto* exact = page->findChild<QRadioButton*>(QStringLiteral("exactSearch"));
+    auto* budget = page->findChild<QSpinBox*>(QStringLiteral("budget"));
+    QVERIFY(reproducible && exact && budget);
+    QCOMPARE(reproducible->text(), QStringLiteral("Reproducible (randomised, repeatable by seed)"));
+    QCOMPARE(exact->text(), QStringLiteral("Smallest cores (exact)"));
+    QVERIFY(reproducible->isChecked());
+    QVERIFY(!exact->isChecked());
+    QCOMPARE(budget->minimum(), 1);
+    QCOMPARE(budget->maximum(), 3600);
+    QCOMPARE(budget->value(), 60);
+    QStringList texts;
+    for (QLabel* label : page->findChildren<QLabel*>())
+        texts << label->text();
+    QVERIFY(texts.contains(QStringLiteral("Search")));
+    QVERIFY(texts.contains(QStringLiteral("Time budget (s)")));
+    QVERIFY(iterations()->isEnabled() && seed()->isEnabled() && !budget->isEnabled());
+    exact->setChecked(true);
+    QVERIFY(!reproducible->isChecked());
+    QVERIFY(!iterations()->isEnabled() && !seed()->isEnabled() && budget->isEnabled());
+    reproducible->setChecked(true);
+    QVERIFY(iterations()->isEnabled() && seed()->isEnabled() && !budget->isEnabled());
+}
+
+void TestXWizard::finishWithExactSearch()
+{
+    connect(m_wizard, &XWizard::searchChosen, this, [this](bool exact, int budget) {
+        ++m_received.searchCalls;
+        QCOMPARE(m_received.calls, 0);
+        m_received.exact = exact;
+        m_received.budget = budget;
+    });
+    loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    m_wizard->next();
+    QWizardPage* page = m_wizard->page(XWizard::SettingsPage);
+    page->findChild<QRadioButton*>(QStringLiteral("exactSearch"))->setChecked(true);
+    page->findChild<QSpinBox*>(QStringLiteral("budget"))->setValue(5);
+    clickButton(m_wizard->button(QWizard::FinishButton));
+    QCOMPARE(m_received.searchCalls, 1);
+    QCOMPARE(m_received.calls, 1);
+    QVERIFY(m_received.exact);
+    QCOMPARE(m_received.budget, 5);
+    QCOMPARE(m_received.csv->rows(), 705);
 }
 
 void TestXWizard::loadInput(QString const& fileName)
