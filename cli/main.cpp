@@ -19,6 +19,7 @@
 #include <QEventLoop>
 #include <QTextStream>
 
+#include <csignal>
 #include <ctime>
 #include <memory>
 #include <unistd.h>
@@ -66,6 +67,9 @@ bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
 
 int main(int argc, char** argv)
 {
+    // A file-size limit then fails the write with its reason, which the
+    // writer reports, instead of killing the program mid-write.
+    std::signal(SIGXFSZ, SIG_IGN);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vireon-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VIREON_VERSION));

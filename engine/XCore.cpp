@@ -172,9 +172,10 @@ void XCore::search()
         // Percent of the total to five decimals, compared as integers.
         const qint64 target =
             static_cast<qint64>(static_cast<long double>(p) * 0.01 * total * 100000.0);
-        // The coverage side is a 32-bit product and wraps like one.
+        // The coverage side is formed in 64 bits: a 32-bit product would wrap
+        // beyond 21,474 alleles and hand the whole table to every share above.
         // With all n rows in the core nothing more can be covered: stop there.
-        while (qint64(qint32(quint32(covered) * 100000u)) < target && k < n) {
+        while (qint64(covered) * 100000 < target && k < n) {
             ++k;
             emit searching(k, n);
             XParallelSearch::Outcome outcome;

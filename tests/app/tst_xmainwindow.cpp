@@ -172,6 +172,7 @@ private slots:
     void saveAndSaveAs();
     void saveAgainWritesWithoutAsking();
     void saveFailureReported();
+    void specialTargetRefused();
     void exportThenImport();
     void exportKeepsSavePath();
     void importReplaces();
@@ -789,6 +790,30 @@ void TestXMainWindow::saveFailureReported()
     QCOMPARE(m_window->statusBar()->currentMessage(),
              QStringLiteral("Could not write ") + m_dir->filePath(QStringLiteral("missing/w.ccw")) +
                  QStringLiteral(": No such file or directory"));
+}
+
+void TestXMainWindow::specialTargetRefused()
+{
+    // Renaming over a device or a FIFO would replace the node itself.
+    m_window->clearWorkspace(smallWorkspace(false, 70));
+    answerSave(QStringLiteral("/dev/null"));
+    action(QStringLiteral("Save As..."))->trigger();
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Could not write /dev/null: it exists and is not a regular file"));
+    const QString fifo = m_dir->filePath(QStringLiteral("p.ccw"));
+    QCOMPARE(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    answerSave(fifo);
+    action(QStringLiteral("Export Workspace..."))->trigger();
+    QCOMPARE(m_window->statusBar()->currentMessage(),
+             QStringLiteral("Could not write ") + fifo +
+                 QStringLiteral(": it exists and is not a regular file"));
+    struct stat info
+    {
+    };
+    QCOMPARE(::stat(QFile::encodeName(fifo).constData(), &info), 0);
+    QVERIFY(S_ISFIFO(info.st_mode));
+    QCOMPARE(::stat("/dev/null", &info), 0);
+    QVERIFY(S_ISCHR(info.st_mode));
 }
 
 void TestXMainWindow::exportThenImport()

@@ -20,10 +20,17 @@ struct Outcome
 };
 
 // A generous limit: a run that blocks shows as status -1, never as a hang.
-Outcome runCli(QStringList const& arguments)
+// A file-size limit in bytes, when given, stands for a nearly full disk.
+Outcome runCli(QStringList const& arguments, qint64 fileSizeLimit = -1)
 {
     QProcess process;
-    process.start(QStringLiteral(VIREON_CLI), arguments);
+    if (fileSizeLimit >= 0)
+        process.start(QStringLiteral("prlimit"),
+                      QStringList{QStringLiteral("--fsize=%1").arg(fileSizeLimit),
+                                  QStringLiteral(VIREON_CLI)} +
+                          arguments);
+    else
+        process.start(QStringLiteral(VIREON_CLI), arguments);
     Outcome outcome;
     if (!process.waitForFinished(60000)) {
         process.kill();
@@ -59,6 +66,10 @@ private slots:
     void longPathIsReadAsPath();
     void contentNamingAFileIsText();
     void windows1252NamesKept();
+    void fullDiskKeepsOldFile_data();
+    void fullDiskKeepsOldFile();
+    void deviceTargetRefused_data();
+    void deviceTargetRefused();
 
 private:
     QString write(QString const& name, QByteArray const& bytes);
@@ -199,6 +210,78 @@ void TestHostileFiles::windows1252NamesKept()
     const QString text = QString::fromUtf8(file.readAll());
     QVERIFY2(text.contains(QStringLiteral("\"B\u00e9tail\"")), qPrintable(text));
     QVERIFY2(text.contains(QStringLiteral("\"B\u00e8tail\"")), qPrintable(text));
+}
+
+void TestHostileFiles::fullDiskKeepsOldFile_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("level");
+    for (const char* level : {"nothing free", "one block", "one byte short"}) {
+        QTest::addRow("workspace, %s", level) << "-w"
+                                              << "old.ccw" << level;
+        QTest::addRow("csv, %s", level) << "-o"
+                                        << "old.csv" << level;
+        QTest::addRow("xls, %s", level) << "-o"
+                                        << "old.xls" << level;
+    }
+}
+
+void TestHostileFiles::fullDiskKeepsOldFile()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, name);
+    QFETCH(QString, level);
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    // The size of the file this run writes, measured without a limit.
+    const QString free = m_dir->filePath(QStringLiteral("free-") + name);
+    QCOMPARE(runCli({quiet, seedOne, option, free, input}).status, 0);
+    const qint64 size = QFileInfo(free).size();
+    QVERIFY(size > 4096);
+    const qint64 limit = level == QLatin1String("nothing free") ? 0
+                         : level == QLatin1String("one block")  ? 4096
+                                                                : size - 1;
+    const QByteArray old("the file that was there before\n");
+    const QString target = write(name, old);
+    const Outcome o = runCli({quiet, seedOne, option, target, input}, limit);
+    QCOMPARE(o.status, 1);
+    QCOMPARE(o.err, target + QStringLiteral(": could not be written: File too large\n"));
+    QFile kept(target);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), old);
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList({"free-" + name, name}));
+}
+
+void TestHostileFiles::deviceTargetRefused_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("workspace to /dev/null") << "-w"
+                                            << "/dev/null";
+    QTest::newRow("core to /dev/full") << "-o"
+                                       << "/dev/full";
+    QTest::newRow("workspace to a FIFO") << "-w"
+                                         << "fifo";
+}
+
+void TestHostileFiles::deviceTargetRefused()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, target);
+    if (target == QLatin1String("fifo")) {
+        target = m_dir->filePath(QStringLiteral("p.ccw"));
+        QCOMPARE(mkfifo(QFile::encodeName(target).constData(), 0600), 0);
+    }
+    const Outcome o = runCli(
+        {quiet, seedOne, option, target, QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
+    QCOMPARE(o.status, 1);
+    QCOMPARE(o.err, target + QStringLiteral(": could not be written: it exists and is not a "
+                                            "regular file\n"));
+    struct stat info
+    {
+    };
+    QCOMPARE(stat(QFile::encodeName(target).constData(), &info), 0);
+    QVERIFY(S_ISCHR(info.st_mode) || S_ISFIFO(info.st_mode));
 }
 
 QTEST_GUILESS_MAIN(TestHostileFiles)

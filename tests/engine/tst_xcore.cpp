@@ -99,6 +99,7 @@ private slots:
     void startCoveringEverythingSearchesNothing();
     void lastEntryCoversAll();
     void sizeNeverExceedsRows();
+    void manyAllelesGetTheirOwnCores();
     void tablesMayBeDeletedWhileRunning();
     void stopBeforeStartEmitsNothing();
     void stopTakesEffectQuickly();
@@ -583,6 +584,32 @@ void TestXCore::sizeNeverExceedsRows()
     QCOMPARE(run.result->entries().at(99).first, 4);
     QCOMPARE(run.result->entries().at(99).second.size(), 3);
     QCOMPARE(run.text(), referenceText(table.data(), nullptr, 2, 11));
+}
+
+void TestXCore::manyAllelesGetTheirOwnCores()
+{
+    // 100 rows of 400 alleles that no other row holds: 40,000 alleles, and p %
+    // of them takes exactly p rows. Beyond 21,474 alleles a 32-bit product
+    // of the coverage wrapped and gave the whole table from 54 % on.
+    XCsv::Grid grid;
+    XCsv::Row header{QStringLiteral("Name")};
+    for (int c = 0; c < 400; ++c)
+        header << QStringLiteral("M%1").arg(c / 2);
+    grid << header;
+    for (int r = 0; r < 100; ++r) {
+        XCsv::Row row{QStringLiteral("A%1").arg(r)};
+        for (int c = 0; c < 400; ++c)
+            row << r * 400 + c + 1;
+        grid << row;
+    }
+    XCsv table(grid);
+    EngineRun run;
+    runEngine(&table, nullptr, 1, 5, run);
+    QVERIFY(run.result);
+    for (int p = 1; p <= 100; ++p) {
+        QCOMPARE(run.result->entries().at(p - 1).second.size(), p);
+        QCOMPARE(run.result->entries().at(p - 1).first, 400 * p);
+    }
 }
 
 void TestXCore::tablesMayBeDeletedWhileRunning()

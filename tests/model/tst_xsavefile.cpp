@@ -5,6 +5,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
 class TestXSaveFile : public QObject
 {
     Q_OBJECT
@@ -14,6 +18,10 @@ private slots:
     void replacesWholeFile();
     void missingFolderNamesReason();
     void folderInTheWayNamesReason();
+    void specialTargetRefused_data();
+    void specialTargetRefused();
+    void fileSizeLimitKeepsOldFile_data();
+    void fileSizeLimitKeepsOldFile();
 };
 
 namespace {
@@ -23,6 +31,32 @@ QByteArray readAll(QString const& path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
+
+// Lowers the file-size limit of this process for one scope, as a nearly
+// full disk would; writes past it fail with EFBIG instead of a signal.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_old);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit lowered = m_old;
+        lowered.rlim_cur = bytes;
+        m_set = setrlimit(RLIMIT_FSIZE, &lowered) == 0;
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_handler);
+    }
+    bool isSet() const { return m_set; }
+
+private:
+    rlimit m_old{};
+    void (*m_handler)(int) = nullptr;
+    bool m_set = false;
+};
 
 } // namespace
 
@@ -62,6 +96,62 @@ void TestXSaveFile::folderInTheWayNamesReason()
     QVERIFY(!XSaveFile::writeText(dir.filePath(QStringLiteral("t.csv")), "x", &error));
     QVERIFY2(!error.isEmpty(), "a failure always has a reason");
     QVERIFY(QFileInfo(dir.filePath(QStringLiteral("t.csv"))).isDir());
+}
+
+void TestXSaveFile::specialTargetRefused_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("fifo") << "fifo";
+    QTest::newRow("device") << "device";
+}
+
+void TestXSaveFile::specialTargetRefused()
+{
+    QFETCH(QString, kind);
+    QTemporaryDir dir;
+    QString path = QStringLiteral("/dev/null");
+    if (kind == QLatin1String("fifo")) {
+        path = dir.filePath(QStringLiteral("t.ccw"));
+        QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    }
+    QString error;
+    QVERIFY(!XSaveFile::writeText(path, QStringLiteral("x"), &error));
+    QCOMPARE(error, QStringLiteral("it exists and is not a regular file"));
+    struct stat info
+    {
+    };
+    QCOMPARE(stat(QFile::encodeName(path).constData(), &info), 0);
+    QVERIFY(kind == QLatin1String("fifo") ? S_ISFIFO(info.st_mode) : S_ISCHR(info.st_mode));
+}
+
+void TestXSaveFile::fileSizeLimitKeepsOldFile_data()
+{
+    QTest::addColumn<qint64>("limit");
+    QTest::newRow("nothing free") << qint64(0);
+    QTest::newRow("one byte") << qint64(1);
+    QTest::newRow("one block") << qint64(4096);
+    QTest::newRow("one byte short") << qint64(200000 - 1);
+}
+
+void TestXSaveFile::fileSizeLimitKeepsOldFile()
+{
+    QFETCH(qint64, limit);
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("t.ccw"));
+    const QByteArray old("the good workspace\n");
+    QVERIFY(XSaveFile::write(path, old));
+    const QByteArray bigger(200000, 'x');
+    QString error;
+    bool written = true;
+    {
+        FileSizeLimit full{rlim_t(limit)};
+        QVERIFY(full.isSet());
+        written = XSaveFile::write(path, bigger, &error);
+    }
+    QVERIFY(!written);
+    QCOMPARE(error, QStringLiteral("File too large"));
+    QCOMPARE(readAll(path), old);
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({"t.ccw"}));
 }
 
 QTEST_GUILESS_MAIN(TestXSaveFile)

@@ -233,7 +233,7 @@ bool ReferenceCore::run()
         const qint64 target =
             static_cast<qint64>(static_cast<long double>(p) * 0.01 * total * 100000.0);
         // The product is a 32-bit int, wrapping like the two's complement it is.
-        while (qint64(qint32(quint32(covered) * 100000u)) < target && k < n) {
+        while (qint64(covered) * 100000 < target && k < n) {
             ++k;
             if (!iterate(matrix, fullMap, startMap, headers, bestRows, bestMap, bestIndices, k))
                 return false;
