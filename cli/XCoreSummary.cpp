@@ -27,3 +27,27 @@ QString XCoreSummary::text(XResult& result, int const& total, int const& seed)
     out << "Total alleles: " << total << "; seed: " << seed << '\n';
     return summary;
 }
+
+QString XCoreSummary::invalidCell(QString const& which, XCsv const* table)
+{
+    int row = 0;
+    int column = 0;
+    if (!table || !XAlleles::firstNonAllele(*table, &row, &column))
+        return QString();
+    return QStringLiteral("%1 row %2 (%3), column %4: \"%5\"")
+        .arg(which)
+        .arg(row + 1)
+        .arg(table->at(row).value(0).toString(), table->at(0).value(column).toString(),
+             table->at(row).value(column).toString());
+}
+
+QString XCoreSummary::invalidCells(XCsv const* start, XCsv const* input)
+{
+    QString lines;
+    for (QString const& line : {invalidCell(QStringLiteral("start"), start),
+                                invalidCell(QStringLiteral("input"), input)}) {
+        if (!line.isEmpty())
+            lines += line + QLatin1Char('\n');
+    }
+    return lines;
+}

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class XCsv;
 class XResult;
 
 // The command line's summary of a result: one line per distinct core with
@@ -12,4 +13,12 @@ class XCoreSummary
 {
 public:
     static QString text(XResult& result, int const& total, int const& seed);
+    // Where a table holds a cell that is not an allele, for the line after
+    // "Invalid value in csv.": `input row 136 (AFBTLAG9436), column INRA5:
+    // "1.5"`, rows counted as a spreadsheet shows them (the header is row 1).
+    // Empty when there is none.
+    static QString invalidCell(QString const& which, XCsv const* table);
+    // The lines above for the starting collection ("start") and the input,
+    // each ending in a newline.
+    static QString invalidCells(XCsv const* start, XCsv const* input);
 };

@@ -1,5 +1,6 @@
 #include "XExactCommand.h"
 
+#include "XCoreSummary.h"
 #include "XCsv.h"
 #include "XExactCore.h"
 #include "XProgressBar.h"
@@ -75,6 +76,8 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     if (!outcome) {
         err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
             << '\n';
+        if (failure == XExactCore::tr("Invalid value in csv."))
+            err << XCoreSummary::invalidCells(source.get(), input.get());
         return 1;
     }
     QTextStream out(stdout);

@@ -56,6 +56,10 @@ bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
         err << fileName << ": " << (problem.isEmpty() ? message : problem) << '\n';
         return false;
     }
+    if (table->rows() == 1 && !table->leftOutLines().isEmpty()) {
+        err << fileName << ": " << XSpreadsheet::noMatchingLinesMessage(table->columns()) << '\n';
+        return false;
+    }
     if (table->rows() > 1 && table->columns() < 2) {
         err << fileName << ": " << XSpreadsheet::noAlleleColumnsMessage() << '\n';
         return false;
@@ -191,6 +195,8 @@ int main(int argc, char** argv)
     if (!outcome) {
         err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
             << '\n';
+        if (failure == XCore::tr("Invalid value in csv."))
+            err << XCoreSummary::invalidCells(source.get(), input.get());
         return EngineFailure;
     }
 

@@ -47,3 +47,19 @@ int XAlleles::held(QList<XCsv const*> const& tables, QStringList const& headers)
     }
     return alleles.size();
 }
+
+bool XAlleles::firstNonAllele(XCsv const& table, int* row, int* column)
+{
+    XCsv::Grid const& grid = table.data();
+    for (int r = 1; r < grid.size(); ++r) {
+        XCsv::Row const& cells = grid.at(r);
+        for (int c = 1; c < cells.size(); ++c) {
+            if (!XCellValue::isAllele(cells.at(c))) {
+                *row = r;
+                *column = c;
+                return true;
+            }
+        }
+    }
+    return false;
+}

@@ -33,6 +33,15 @@ QString XSpreadsheet::noAlleleColumnsMessage()
         "XSpreadsheet", "The table has no allele columns: is it separated by semicolons or tabs?");
 }
 
+QString XSpreadsheet::noMatchingLinesMessage(int headerFields)
+{
+    return QCoreApplication::translate("XSpreadsheet",
+                                       "No line has as many fields as the header row (%1): is "
+                                       "there a trailing comma, or a comma in quotes, in the "
+                                       "header?")
+        .arg(headerFields);
+}
+
 QString XSpreadsheet::parseErrorMessage(int row, int column)
 {
     return XWorkbookReader::parseErrorMessage(row, column);

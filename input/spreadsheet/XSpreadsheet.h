@@ -27,6 +27,9 @@ public:
     // A table read as a single column: most often text separated by
     // something other than commas.
     static QString noAlleleColumnsMessage();
+    // For a table text whose every data line was left out because its
+    // number of fields differs from the header row's.
+    static QString noMatchingLinesMessage(int headerFields);
     // "Error while parsing the .xls file: cell at row r and column c ..."
     // for the zero-based position of the first cell that is neither text
     // nor a whole number.

@@ -43,6 +43,8 @@ QString TableChecks::accessionProblem(XCsv const& table, QString const& fileName
         return tr("The file is empty.");
     if (table.rows() >= 2)
         return table.columns() < 2 ? XSpreadsheet::noAlleleColumnsMessage() : QString();
+    if (table.rows() == 1 && !table.leftOutLines().isEmpty())
+        return XSpreadsheet::noMatchingLinesMessage(table.columns());
     return tr("The table has no accessions: it needs at least one row below its header row.");
 }
 

@@ -66,6 +66,7 @@ private slots:
     void longPathIsReadAsPath();
     void contentNamingAFileIsText();
     void windows1252NamesKept();
+    void headerWithMoreFieldsNamed();
     void fullDiskKeepsOldFile_data();
     void fullDiskKeepsOldFile();
     void deviceTargetRefused_data();
@@ -210,6 +211,18 @@ void TestHostileFiles::windows1252NamesKept()
     const QString text = QString::fromUtf8(file.readAll());
     QVERIFY2(text.contains(QStringLiteral("\"B\u00e9tail\"")), qPrintable(text));
     QVERIFY2(text.contains(QStringLiteral("\"B\u00e8tail\"")), qPrintable(text));
+}
+
+void TestHostileFiles::headerWithMoreFieldsNamed()
+{
+    // Every data line has a field fewer than the header: all are left out.
+    const QString input = write(QStringLiteral("comma.csv"), "Name,M1,M1,\nA,1,2\nB,3,4\n");
+    const Outcome o = runCli({quiet, seedOne, input});
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.err, input + QStringLiteral(": No line has as many fields as the header row (4): is "
+                                           "there a trailing comma, or a comma in quotes, in the "
+                                           "header?\n"));
+    QCOMPARE(o.out, QString());
 }
 
 void TestHostileFiles::fullDiskKeepsOldFile_data()

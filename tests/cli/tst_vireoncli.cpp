@@ -325,7 +325,11 @@ void TestVireonCli::engineErrors_data()
                                        << "Different headers.\n";
     QTest::newRow("invalid value") << "Name,M1,M1\nA,1,-2\n"
                                    << ""
-                                   << "Invalid value in csv.\n";
+                                   << "Invalid value in csv.\ninput row 2 (A), column M1: \"-2\"\n";
+    QTest::newRow("invalid start value")
+        << "Name,M1,M1\nA,1,2\n"
+        << "Name,M1,M1\nS,1,1\nT,1.5,2\n"
+        << "Invalid value in csv.\nstart row 3 (T), column M1: \"1.5\"\n";
     QTest::newRow("no accessions") << "Name,M1,M1\n"
                                    << ""
                                    << "The input table has no accessions.\n";

@@ -417,6 +417,10 @@ void TestXCsvSelectionPage::noAccessions_data()
                                  << noRows;
     QTest::newRow("empty file") << QByteArray() << QByteArray() << "inputStatus"
                                 << QStringLiteral("The file is empty.");
+    QTest::newRow("header with a trailing comma")
+        << QByteArray("Name,M,M,\nA,1,2\nB,3,4\n") << QByteArray() << "inputStatus"
+        << QStringLiteral("No line has as many fields as the header row (4): is there a trailing "
+                          "comma, or a comma in quotes, in the header?");
     QTest::newRow("start header only")
         << QByteArray("Name,M,M\nA,1,2\n") << QByteArray("Name,M,M\n") << "startStatus" << noRows;
     QTest::newRow("start empty") << QByteArray("Name,M,M\nA,1,2\n") << QByteArray(" ")
