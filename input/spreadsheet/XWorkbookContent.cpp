@@ -43,9 +43,9 @@ bool XWorkbookContent::decode(QByteArray const& bytes, XWorkbookContent& content
     content = XWorkbookContent();
     in >> magic >> frameVersion >> code >> content.row >> content.column >> rows >> columns;
     if (in.status() != QDataStream::Ok || magic != openingMagic || frameVersion != version ||
-        code < Read || code > BadCell || rows < 0 || columns < 0 || rows > XBiffWriter::maxRows ||
-        columns > XBiffWriter::maxColumns || (rows == 0) != (columns == 0) ||
-        (code != Read && rows != 0))
+        code < Read || code > SparseSheet || rows < 0 || columns < 0 ||
+        rows > XBiffWriter::maxRows || columns > XBiffWriter::maxColumns ||
+        (rows == 0) != (columns == 0) || (code != Read && rows != 0))
         return false;
     content.code = Code(code);
     content.grid.reserve(rows);

@@ -9,10 +9,19 @@
 // messages are made by the receiver, in its own language.
 struct XWorkbookContent
 {
-    enum Code : qint32 { Read, Unreadable, Encrypted, NoWorksheet, EmptyWorksheet, BadCell };
+    enum Code : qint32 {
+        Read,
+        Unreadable,
+        Encrypted,
+        NoWorksheet,
+        EmptyWorksheet,
+        BadCell,
+        SparseSheet
+    };
     Code code = Unreadable;
     // The zero-based position of the first cell that is neither text nor a
-    // whole number, for BadCell.
+    // whole number, for BadCell; the used extent's rows and columns, for
+    // SparseSheet.
     qint32 row = 0;
     qint32 column = 0;
     // Every row as wide as the widest, for Read; cells are ints or text.

@@ -118,6 +118,17 @@ QString XWorkbookReader::noWorksheetMessage()
         "XSpreadsheet", "Error while parsing the .xls file: the workbook has no worksheet.");
 }
 
+QString XWorkbookReader::sparseSheetMessage(int rows, int columns)
+{
+    return QCoreApplication::translate(
+               "XSpreadsheet",
+               "Error while parsing the .xls file: the first worksheet reaches row %1 and column "
+               "%2, but fewer than one cell in a hundred of that holds something. Copy the table "
+               "to a new worksheet.")
+        .arg(rows)
+        .arg(columns);
+}
+
 QString XWorkbookReader::emptyWorksheetMessage()
 {
     return QCoreApplication::translate(
@@ -164,6 +175,8 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
         return fail(emptyWorksheetMessage());
     case XWorkbookContent::BadCell:
         return fail(parseErrorMessage(content.row, content.column));
+    case XWorkbookContent::SparseSheet:
+        return fail(sparseSheetMessage(content.row, content.column));
     default:
         return fail(unreadableMessage());
     }

@@ -30,6 +30,7 @@ public:
     static QString encryptedMessage();
     static QString noWorksheetMessage();
     static QString emptyWorksheetMessage();
+    static QString sparseSheetMessage(int rows, int columns);
     static QString readerNotStartedMessage();
     static QString readerStoppedMessage();
 };

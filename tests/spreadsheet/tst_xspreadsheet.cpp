@@ -93,6 +93,7 @@ private slots:
     void parseErrorMessageText();
     void wholeDoublesBecomeInts();
     void usedExtentEndsAtLastCell();
+    void sparseSheetRefused();
     void blankTailLeftOutOnRoundTrip();
     void unreadableWorkbooks_data();
     void unreadableWorkbooks();
@@ -322,6 +323,26 @@ void TestXSpreadsheet::usedExtentEndsAtLastCell()
     std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
     QVERIFY2(table, qPrintable(error));
     QCOMPARE(gridText(*table), QStringList({"s:Name|s:|s:M1", "s:Acc1|s:|s:", "s:|i:5|s:"}));
+}
+
+void TestXSpreadsheet::sparseSheetRefused()
+{
+    // A few bytes that reach the format's last row and column: 16.7 million
+    // cells of which four hold something.
+    XBiffWriter book;
+    QVERIFY(book.setText(0, 0, "Name"));
+    QVERIFY(book.setText(0, 1, "M1"));
+    QVERIFY(book.setText(1, 0, "Acc1"));
+    QVERIFY(book.setNumber(65535, 255, 7));
+    const QString fileName = writeWorkbook(QStringLiteral("sparse.xls"), book);
+    QVERIFY(QFileInfo(fileName).size() < 10000);
+    QString error;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
+    QVERIFY(!table);
+    QCOMPARE(error, QStringLiteral("Error while parsing the .xls file: the first worksheet reaches "
+                                   "row 65536 and column 256, but fewer than one cell in a "
+                                   "hundred of that holds something. Copy the table to a new "
+                                   "worksheet."));
 }
 
 void TestXSpreadsheet::blankTailLeftOutOnRoundTrip()
