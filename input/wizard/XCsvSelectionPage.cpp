@@ -1,10 +1,10 @@
 #include "XCsvSelectionPage.h"
 
 #include "TableChecks.h"
+#include "TableReading.h"
 #include "WizardFocus.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
-#include "XSpreadsheet.h"
 #include "XWizard.h"
 
 #include <QCheckBox>
@@ -109,8 +109,8 @@ bool XCsvSelectionPage::isComplete() const
 XCsv* XCsvSelectionPage::parseFile(QString const& fileName, QStringList* notes) const
 {
     QString error;
-    XCsv* table = XSpreadsheet::read(fileName, &error, notes);
-    if (!table)
+    XCsv* table = nullptr;
+    if (TableReading::read(window(), fileName, &table, &error, notes) == TableReading::Failed)
         QMessageBox::critical(nullptr, tr("Error"), error);
     return table;
 }

@@ -1,15 +1,19 @@
 #include "CellText.h"
 #include "InputDialogAnswer.h"
+#include "TableReading.h"
 #include "WizardTesting.h"
 #include "XCsv.h"
 #include "XCsvSelectionPage.h"
 #include "XSpreadsheet.h"
 #include "XWizard.h"
+#include "XWorkbookReader.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -43,6 +47,7 @@ private slots:
     void noAlleleColumnsRefused_data();
     void noAlleleColumnsRefused();
     void windows1252Noted();
+    void slowReadCancelled();
 
 private:
     template <typename T> T* named(char const* name)
@@ -520,6 +525,34 @@ void TestXCsvSelectionPage::windows1252Noted()
     clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
     QVERIFY(!note->isVisible());
+}
+
+void TestXCsvSelectionPage::slowReadCancelled()
+{
+    // A workbook reader that never answers: the wizard keeps painting, a
+    // progress dialog offers Cancel after a second, and Cancel leaves the
+    // page as it was.
+    const QString reader = path("stalled-reader");
+    QVERIFY(writeText(reader, "#!/bin/sh\nexec sleep 600\n"));
+    QVERIFY(QFile::setPermissions(reader, QFile::ReadOwner | QFile::ExeOwner));
+    qputenv("VIREON_XLS_READER", QFile::encodeName(reader));
+    XWorkbookReader::setReadingLimitMs(8000);
+    QVERIFY(writeText(path("slow.xls"), "x"));
+    answerOpenDialog(path("slow.xls"));
+    QString label;
+    whenDialogOpens<QProgressDialog>([&label](QProgressDialog* progress) {
+        label = progress->labelText();
+        QTest::mouseClick(progress->findChild<QPushButton*>(), Qt::LeftButton);
+    });
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(label, QStringLiteral("Reading slow.xls..."));
+    QCOMPARE(m_page->csv(), nullptr);
+    QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
+    QVERIFY(!m_page->isComplete());
+    // The reader's own time limit ends the read in the background.
+    QTRY_COMPARE_WITH_TIMEOUT(TableReading::running(), 0, 120000);
+    qunsetenv("VIREON_XLS_READER");
+    XWorkbookReader::setReadingLimitMs(30000);
 }
 
 QTEST_MAIN(TestXCsvSelectionPage)
