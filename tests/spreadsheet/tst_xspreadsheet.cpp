@@ -404,6 +404,8 @@ void TestXSpreadsheet::damagedWorkbooksNeverCrash_data()
         << crashes + "freexl_segv_in_open.xls" << int(Unreadable);
     QTest::newRow("library overflow while reading")
         << crashes + "freexl_overflow_in_child.xls" << int(Either);
+    QTest::newRow("library frees what it did not allocate")
+        << crashes + "freexl_bad_free_in_open.xls" << int(Either);
     QTest::newRow("directory name of 5632 bytes")
         << dir + "directory_name_length_5632.xls" << int(Unreadable);
     QTest::newRow("directory name of 65535 bytes")
