@@ -1,6 +1,7 @@
 #include "XManualEditingPage.h"
 
 #include "WizardFocus.h"
+#include "XCellValue.h"
 #include "XCsv.h"
 #include "XWizard.h"
 
@@ -72,7 +73,7 @@ void XManualEditingPage::initializePage()
     m_csv.drop();
     m_rows->setValue(10);
     m_columns->setValue(10);
-    m_fill->setText(QStringLiteral("*"));
+    m_fill->setText(XCellValue::missingMark());
     m_rows->setEnabled(true);
     m_columns->setEnabled(true);
     m_hint->show();
