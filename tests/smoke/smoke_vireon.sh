@@ -35,11 +35,15 @@ if [ -z "$window" ]; then
 fi
 sleep 0.5
 import -window root "$shot" || { echo "screenshot failed" >&2; kill "$pid"; exit 1; }
-xdotool windowfocus --sync "$window" 2>/dev/null || true
-xdotool key --clearmodifiers ctrl+q
-for _ in $(seq 1 50); do
-  kill -0 "$pid" 2>/dev/null || break
-  sleep 0.1
+# Without a window manager the focus can miss the first key on a busy
+# machine: the key is sent again every 2 s, for up to 30 s.
+for _ in $(seq 1 15); do
+  xdotool windowfocus --sync "$window" 2>/dev/null || true
+  xdotool key --clearmodifiers ctrl+q
+  for _ in $(seq 1 20); do
+    kill -0 "$pid" 2>/dev/null || break 2
+    sleep 0.1
+  done
 done
 if kill -0 "$pid" 2>/dev/null; then
   echo "the window did not close on Ctrl+Q" >&2
