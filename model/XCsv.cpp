@@ -4,6 +4,7 @@
 #include "TextLines.h"
 #include "TextSource.h"
 
+#include <QCoreApplication>
 #include <QVector>
 
 XCsv::XCsv(QObject* parent) : XFile(parent), m_columns(3)
@@ -25,11 +26,41 @@ XCsv::XCsv(QString const& source, QObject* parent) : XFile(parent)
         fromString(text);
 }
 
-XCsv* XCsv::fromText(QString text)
+XCsv* XCsv::fromText(QString text, QChar* separator)
 {
+    const QChar found = separatorOf(text);
+    if (separator)
+        *separator = found;
     auto* table = new XCsv(Grid());
-    table->fromString(text);
+    table->read(text, found);
     return table;
+}
+
+QChar XCsv::separatorOf(QString const& text)
+{
+    const QChar comma(QLatin1Char(','));
+    if (text.contains(comma))
+        return comma;
+    TextLines lines(text);
+    QStringRef first;
+    if (!lines.next(first))
+        return comma;
+    const int semicolons = first.count(QLatin1Char(';'));
+    const int tabs = first.count(QLatin1Char('\t'));
+    if (semicolons == 0 && tabs == 0)
+        return comma;
+    return QLatin1Char(semicolons >= tabs ? ';' : '\t');
+}
+
+QString XCsv::separatorNote(QChar separator)
+{
+    if (separator == QLatin1Char(';'))
+        return QCoreApplication::translate(
+            "XCsv", "This file separates its fields with semicolons; it was read that way.");
+    if (separator == QLatin1Char('\t'))
+        return QCoreApplication::translate(
+            "XCsv", "This file separates its fields with tabs; it was read that way.");
+    return QString();
 }
 
 XCsv::~XCsv() = default;
@@ -126,6 +157,30 @@ QString XCsv::toString() const
 
 void XCsv::fromString(QString& text)
 {
+    read(text, QLatin1Char(','));
+}
+
+namespace {
+
+// The line without the white space around it. A separator that is white
+// space itself (the tab) stays, so that empty first and last fields count.
+QStringRef trimmedLine(QStringRef const& line, QChar separator)
+{
+    if (!separator.isSpace())
+        return line.trimmed();
+    int begin = 0;
+    int end = line.size();
+    while (begin < end && line.at(begin).isSpace() && line.at(begin) != separator)
+        ++begin;
+    while (end > begin && line.at(end - 1).isSpace() && line.at(end - 1) != separator)
+        --end;
+    return line.mid(begin, end - begin);
+}
+
+} // namespace
+
+void XCsv::read(QString const& text, QChar separator)
+{
     m_columns = 0;
     m_leftOut.clear();
     TextLines lines(text);
@@ -133,8 +188,8 @@ void XCsv::fromString(QString& text)
     int number = 0;
     while (lines.next(line)) {
         ++number;
-        const QStringRef trimmed = line.trimmed();
-        const QVector<QStringRef> fields = trimmed.split(QLatin1Char(','));
+        const QStringRef trimmed = trimmedLine(line, separator);
+        const QVector<QStringRef> fields = trimmed.split(separator);
         if (m_columns == 0) {
             if (fields.size() > 1)
                 m_columns = fields.size();

@@ -24,9 +24,19 @@ public:
     explicit XCsv(Grid const& data, QObject* parent = nullptr);
     // A file name or comma-separated text (see readTextSource).
     explicit XCsv(QString const& source, QObject* parent = nullptr);
-    // A table read from comma-separated text that is never taken for a file
-    // name, however short: the content of a file the user chose.
-    static XCsv* fromText(QString text);
+    // A table read from the content of a file the user chose, never taken
+    // for a file name however short, with the separator that separatorOf()
+    // finds in it; *separator, when given, receives that separator.
+    static XCsv* fromText(QString text, QChar* separator = nullptr);
+    // The character that separates the fields of a table file: a comma,
+    // unless no line holds one (so commas would give a single column) and
+    // the first line holds semicolons or tabs, as spreadsheets write text in
+    // locales whose decimal mark is the comma. Then the one of those two that
+    // the first line holds more often, semicolons on a tie.
+    static QChar separatorOf(QString const& text);
+    // What the user is told about a file read with a separator other than
+    // the comma; empty for the comma.
+    static QString separatorNote(QChar separator);
     ~XCsv() override;
 
     QVariant const& at(int const& row, int const& column) const
@@ -57,6 +67,9 @@ public:
     void fromString(QString& text) override;
 
 private:
+    // Appends the rows of text whose fields are separated by separator.
+    void read(QString const& text, QChar separator);
+
     Grid m_data;
     int m_columns = 0;
     QList<int> m_leftOut;

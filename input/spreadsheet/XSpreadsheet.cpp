@@ -61,9 +61,16 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
     if (problem.isEmpty() && TextFile::read(fileName, &text, &problem, &encoding)) {
-        if (notes && encoding == TextFile::Encoding::Windows1252)
-            *notes << TextFile::windows1252Note();
-        return XCsv::fromText(text);
+        QChar separator;
+        XCsv* table = XCsv::fromText(text, &separator);
+        if (notes) {
+            if (encoding == TextFile::Encoding::Windows1252)
+                *notes << TextFile::windows1252Note();
+            const QString separated = XCsv::separatorNote(separator);
+            if (!separated.isEmpty())
+                *notes << separated;
+        }
+        return table;
     }
     if (error)
         *error = QStringLiteral("%1: %2").arg(fileName, problem);

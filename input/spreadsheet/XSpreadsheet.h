@@ -6,7 +6,8 @@
 class XCsv;
 
 // Reads and writes tables as files, chosen by the file name's suffix
-// (case-sensitive): ".csv" is comma-separated text, ".xls" a workbook.
+// (case-sensitive): ".csv" is comma-separated text (or separated by
+// semicolons or tabs, see XCsv::separatorOf), ".xls" a workbook.
 // Widget-free: callers show the returned message themselves.
 class XSpreadsheet
 {
@@ -14,7 +15,8 @@ public:
     // A new table owned by the caller, or null with *error set to the
     // message to show the user. Only a regular file within the size limit is
     // read. *notes, when given, receives what the user should know about a
-    // table that was read (an encoding other than UTF-8).
+    // table that was read (an encoding other than UTF-8, a separator other
+    // than the comma).
     static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr);
     // A name ending in ".xls" becomes a workbook, any other comma-separated
     // text. The file is replaced atomically; returns whether it was

@@ -49,6 +49,7 @@ private slots:
     void resultEqualsWorkspaceSection();
     void outputWritesCoreOfPercent();
     void workbookInAndOut();
+    void semicolonTextAsComma();
     void clockSeedIsPrinted();
     void threadCountKeepsResult();
     void usageErrors_data();
@@ -190,6 +191,34 @@ void TestVireonCli::workbookInAndOut()
     QVERIFY2(written, qPrintable(error));
     XResult result(fromBook.out, &table, nullptr);
     QCOMPARE(gridText(*written), gridText(*result.csv(40)));
+}
+
+void TestVireonCli::semicolonTextAsComma()
+{
+    // microbov as a spreadsheet in a locale with the decimal comma saves it:
+    // semicolons and CRLF line ends. Same seed, same result, same core.
+    const QString csv = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
+    QFile original(csv);
+    QVERIFY(original.open(QIODevice::ReadOnly));
+    QByteArray text = original.readAll();
+    QVERIFY(!text.contains(';'));
+    text.replace(',', ';').replace("\n", "\r\n");
+    const QString semicolons =
+        file(QStringLiteral("microbov-semicolons.csv"), QString::fromUtf8(text));
+    const QStringList common = {
+        QStringLiteral("-i"), QStringLiteral("1"),  QStringLiteral("-r"),      QStringLiteral("5"),
+        QStringLiteral("-p"), QStringLiteral("40"), QStringLiteral("--result")};
+    const QString fromCommasCore = m_dir->filePath(QStringLiteral("commas-core.csv"));
+    const QString fromSemicolonsCore = m_dir->filePath(QStringLiteral("semicolons-core.csv"));
+    const Outcome fromCommas =
+        runCli(common + QStringList{QStringLiteral("-o"), fromCommasCore, csv});
+    const Outcome fromSemicolons =
+        runCli(common + QStringList{QStringLiteral("-o"), fromSemicolonsCore, semicolons});
+    QCOMPARE(fromCommas.status, 0);
+    QCOMPARE(fromSemicolons.status, 0);
+    QCOMPARE(fromSemicolons.out.count(QLatin1Char('\n')), 100);
+    QCOMPARE(fromSemicolons.out, fromCommas.out);
+    QCOMPARE(gridText(XCsv(fromSemicolonsCore)), gridText(XCsv(fromCommasCore)));
 }
 
 void TestVireonCli::clockSeedIsPrinted()

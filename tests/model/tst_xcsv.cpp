@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 class TestXCsv : public QObject
 {
     Q_OBJECT
@@ -61,6 +63,13 @@ private slots:
     void setCellRange();
     void roundTripRandom_data();
     void roundTripRandom();
+    void separatorOf_data();
+    void separatorOf();
+    void semicolonsReadLikeCommas();
+    void tabsKeepEmptyEndFields();
+    void commaTextUnchangedByFromText();
+    void separatorNotes();
+    void nameOrTextStaysComma();
 
 private:
     QString writeFile(QString const& name, QByteArray const& content);
@@ -595,6 +604,117 @@ void TestXCsv::roundTripRandom()
     QCOMPARE(gridText(read), gridText(original));
     QCOMPARE(read.columns(), original.columns());
     QCOMPARE(read.toString(), original.toString());
+}
+
+void TestXCsv::separatorOf_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("separator");
+    QTest::newRow("commas") << "a,b\n1,2\n"
+                            << ",";
+    QTest::newRow("semicolons") << "a;b\n1;2\n"
+                                << ";";
+    QTest::newRow("tabs") << "a\tb\n1\t2\n"
+                          << "\t";
+    QTest::newRow("tab and two semicolons") << "a\tb;c;d\n"
+                                            << ";";
+    QTest::newRow("two tabs and a semicolon") << "a\tb\tc;d\n"
+                                              << "\t";
+    QTest::newRow("tie goes to semicolons") << "a\tb;c\n"
+                                            << ";";
+    QTest::newRow("crlf") << "a;b\r\n1;2\r\n"
+                          << ";";
+    QTest::newRow("byte-order mark") << QString(QChar(0xFEFF)) + "a;b\n"
+                                     << ";";
+    // A comma anywhere gives more than one column when read with commas.
+    QTest::newRow("semicolons, comma later") << "a;b\n1;2\n\"x,y\";3\n"
+                                             << ",";
+    QTest::newRow("first line has a comma") << "a;b,c\n1;2\n"
+                                            << ",";
+    QTest::newRow("first line without semicolons") << "title\na;b\n1;2\n"
+                                                   << ",";
+    QTest::newRow("blank first line") << "\na;b\n1;2\n"
+                                      << ",";
+    QTest::newRow("single column") << "a\nb\n"
+                                   << ",";
+    QTest::newRow("empty") << ""
+                           << ",";
+}
+
+void TestXCsv::separatorOf()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, separator);
+    QCOMPARE(QString(XCsv::separatorOf(text)), separator);
+}
+
+void TestXCsv::semicolonsReadLikeCommas()
+{
+    // Quotes, trimming, numbers and the field count follow the comma rules.
+    const QString text = QStringLiteral(
+        "Name;M1;M1;M2\r\n A1 ;183; 185;*\r\n\"B 2\";\"9\";-1;\"\"\r\nshort;1;2\r\n\r\n"
+        "42;0;7;x y\r\n");
+    QChar separator;
+    std::unique_ptr<XCsv> table(XCsv::fromText(text, &separator));
+    QCOMPARE(separator, QLatin1Char(';'));
+    QCOMPARE(table->columns(), 4);
+    QCOMPARE(gridText(*table), QStringList({"s:Name|s:M1|s:M1|s:M2", "s:A1|i:183|s:185|s:*",
+                                            "s:B 2|s:9|i:-1|s:", "i:42|i:0|i:7|s:x y"}));
+    QCOMPARE(table->leftOutLines(), QList<int>({4}));
+    // The same table with commas reads to the same cells.
+    QString commas = text;
+    commas.replace(QLatin1Char(';'), QLatin1Char(','));
+    std::unique_ptr<XCsv> fromCommas(XCsv::fromText(commas));
+    QCOMPARE(gridText(*fromCommas), gridText(*table));
+    QCOMPARE(fromCommas->leftOutLines(), table->leftOutLines());
+}
+
+void TestXCsv::tabsKeepEmptyEndFields()
+{
+    // Tabs at either end of a line are empty fields, not white space to trim;
+    // spaces around them still go.
+    QChar separator;
+    std::unique_ptr<XCsv> table(
+        XCsv::fromText(QStringLiteral("Name\tM\tM \n\t1\t2\nB\t3\t\r\nC\t4\n"), &separator));
+    QCOMPARE(separator, QLatin1Char('\t'));
+    QCOMPARE(table->columns(), 3);
+    QCOMPARE(gridText(*table), QStringList({"s:Name|s:M|s:M", "s:|i:1|i:2", "s:B|i:3|s:"}));
+    QCOMPARE(table->leftOutLines(), QList<int>({4}));
+}
+
+void TestXCsv::commaTextUnchangedByFromText()
+{
+    // Comma text reads exactly as fromString reads it, semicolons and tabs
+    // inside fields included.
+    const QString text = QStringLiteral("Name;x,M\tM,M\nA;1,\t2 ,3\n\"a,b\",1\n");
+    QChar separator;
+    std::unique_ptr<XCsv> table(XCsv::fromText(text, &separator));
+    QCOMPARE(separator, QLatin1Char(','));
+    XCsv appended(XCsv::Grid{});
+    QString copy = text;
+    appended.fromString(copy);
+    QCOMPARE(gridText(*table), gridText(appended));
+    QCOMPARE(gridText(*table),
+             QStringList({"s:Name;x|s:M\tM|s:M", "s:A;1|s:2|i:3", "s:\"a|s:b\"|i:1"}));
+}
+
+void TestXCsv::separatorNotes()
+{
+    QCOMPARE(XCsv::separatorNote(QLatin1Char(';')),
+             QStringLiteral("This file separates its fields with semicolons; it was read that "
+                            "way."));
+    QCOMPARE(XCsv::separatorNote(QLatin1Char('\t')),
+             QStringLiteral("This file separates its fields with tabs; it was read that way."));
+    QCOMPARE(XCsv::separatorNote(QLatin1Char(',')), QString());
+}
+
+void TestXCsv::nameOrTextStaysComma()
+{
+    // Workspaces embed tables as comma text: only files the user chose are
+    // read with another separator.
+    XCsv table(QStringLiteral("a;b\n1;2\n"));
+    QCOMPARE(table.columns(), 0);
+    QCOMPARE(gridText(table), QStringList({"s:a;b", "s:1;2"}));
 }
 
 QTEST_GUILESS_MAIN(TestXCsv)

@@ -86,6 +86,8 @@ private slots:
     void refusedSuffixes_data();
     void refusedSuffixes();
     void csvSuffixGoesToTextReader();
+    void otherSeparatorsNoted_data();
+    void otherSeparatorsNoted();
     void missingFilesRefused();
     void workbookReadCellForCell();
     void parseError_data();
@@ -184,6 +186,46 @@ void TestXSpreadsheet::csvSuffixGoesToTextReader()
     QVERIFY(error.isEmpty());
     QCOMPARE(gridText(*table), QStringList({"s:Name|s:M1", "s:Acc1|i:12", "s:Acc2|s:*"}));
     QCOMPARE(table->parent(), nullptr);
+}
+
+void TestXSpreadsheet::otherSeparatorsNoted_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("notes");
+    QTest::addColumn<QStringList>("cells");
+    const QString semicolons =
+        QStringLiteral("This file separates its fields with semicolons; it was read that way.");
+    QTest::newRow("commas") << QByteArray("Name,M1\nAcc1,12\n") << QStringList()
+                            << QStringList({"s:Name|s:M1", "s:Acc1|i:12"});
+    QTest::newRow("semicolons") << QByteArray("Name;M1\nAcc1;12\n") << QStringList{semicolons}
+                                << QStringList({"s:Name|s:M1", "s:Acc1|i:12"});
+    QTest::newRow("tabs") << QByteArray("Name\tM1\nAcc1\t12\n")
+                          << QStringList{QStringLiteral("This file separates its fields with "
+                                                        "tabs; it was read that way.")}
+                          << QStringList({"s:Name|s:M1", "s:Acc1|i:12"});
+    // "Bétail" in Windows-1252: both notes, the encoding first.
+    QTest::newRow("semicolons, Windows-1252")
+        << QByteArray("Name;M1\nB\xe9tail;12\n")
+        << QStringList{QStringLiteral("This file is not UTF-8; it was read as Windows-1252."),
+                       semicolons}
+        << QStringList({"s:Name|s:M1", "s:B\u00e9tail|i:12"});
+    // A comma anywhere keeps the comma reading.
+    QTest::newRow("semicolons and a comma") << QByteArray("Name;M1\nAcc1;1,2\n") << QStringList()
+                                            << QStringList({"s:Name;M1", "s:Acc1;1|i:2"});
+}
+
+void TestXSpreadsheet::otherSeparatorsNoted()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, notes);
+    QFETCH(QStringList, cells);
+    const QString fileName = writeBytes(QStringLiteral("input.csv"), content);
+    QString error;
+    QStringList read;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error, &read));
+    QVERIFY2(table, qPrintable(error));
+    QCOMPARE(read, notes);
+    QCOMPARE(gridText(*table), cells);
 }
 
 void TestXSpreadsheet::missingFilesRefused()

@@ -47,6 +47,8 @@ private slots:
     void noAlleleColumnsRefused_data();
     void noAlleleColumnsRefused();
     void windows1252Noted();
+    void otherSeparatorsNoted_data();
+    void otherSeparatorsNoted();
     void slowReadCancelled();
 
 private:
@@ -486,8 +488,10 @@ void TestXCsvSelectionPage::leftOutLinesWarned()
 void TestXCsvSelectionPage::noAlleleColumnsRefused_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("semicolons") << QByteArray("Name;M;M\nA;1;2\nB;3;4\n");
-    QTest::newRow("tabs") << QByteArray("Name\tM\tM\nA\t1\t2\n");
+    // Semicolons or tabs are only taken for the separator when the first
+    // line holds them.
+    QTest::newRow("semicolons after a title") << QByteArray("Title\nName;M;M\nA;1;2\nB;3;4\n");
+    QTest::newRow("tabs after a title") << QByteArray("Title\nName\tM\tM\nA\t1\t2\n");
     QTest::newRow("labels only") << QByteArray("Name\nA\nB\n");
 }
 
@@ -525,6 +529,42 @@ void TestXCsvSelectionPage::windows1252Noted()
     clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(m_page->csv()->at(1, 0).toString(), QStringLiteral("B\u00e9tail"));
     QVERIFY(!note->isVisible());
+}
+
+void TestXCsvSelectionPage::otherSeparatorsNoted_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("note");
+    QTest::newRow("semicolons")
+        << QByteArray("Name;M;M\r\nA1;1;2\r\nA2;3;4\r\n")
+        << "This file separates its fields with semicolons; it was read that way.";
+    QTest::newRow("tabs") << QByteArray("Name\tM\tM\nA1\t1\t2\nA2\t3\t4\n")
+                          << "This file separates its fields with tabs; it was read that way.";
+}
+
+void TestXCsvSelectionPage::otherSeparatorsNoted()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, note);
+    QVERIFY(writeText(path("europe.csv"), content));
+    answerOpenDialog(path("europe.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QVERIFY(m_page->csv());
+    QCOMPARE(gridText(*m_page->csv()),
+             QStringList({"s:Name|s:M|s:M", "s:A1|i:1|i:2", "s:A2|i:3|i:4"}));
+    QCOMPARE(named<QLabel>("inputStatus")->text(),
+             QStringLiteral("Click on the Edit button to make changes to the table."));
+    QLabel* shown = named<QLabel>("inputNote");
+    QVERIFY(shown->isVisible());
+    QCOMPARE(shown->text(), note);
+    QCOMPARE(shown->palette().color(QPalette::WindowText), QColor(176, 96, 0));
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+    // A comma-separated file afterwards says nothing of separators.
+    QVERIFY(writeText(path("commas.csv"), "Name,M,M\nA1,1,2\n"));
+    answerOpenDialog(path("commas.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->columns(), 3);
+    QVERIFY(!shown->isVisible());
 }
 
 void TestXCsvSelectionPage::slowReadCancelled()
