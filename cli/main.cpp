@@ -118,7 +118,7 @@ int main(int argc, char** argv)
                                     "SECONDS", QString::number(XExactCore::defaultBudget));
     parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet, threads,
                        search, budget});
-    parser.addPositionalArgument("INPUT", "the table of accessions (.csv or .xls)");
+    parser.addPositionalArgument("INPUT", "the table of accessions (.csv, .xls, .xlsx or .ods)");
 
     if (!parser.parse(app.arguments()))
         return usageError(parser.errorText());

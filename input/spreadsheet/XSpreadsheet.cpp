@@ -1,6 +1,7 @@
 #include "XSpreadsheet.h"
 
 #include "TextFile.h"
+#include "WorkbookKind.h"
 #include "XCsv.h"
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
@@ -9,22 +10,15 @@
 
 #include <QCoreApplication>
 
-namespace {
-
-const QLatin1String xlsSuffix(".xls");
-const QLatin1String csvSuffix(".csv");
-
-} // namespace
-
 QString XSpreadsheet::wrongSuffixMessage()
 {
-    return QCoreApplication::translate("XSpreadsheet",
-                                       "The file you selected is not a .csv or a .xls file.");
+    return QCoreApplication::translate(
+        "XSpreadsheet", "The file you selected is not a .csv, .xls, .xlsx or .ods file.");
 }
 
 bool XSpreadsheet::isKnownSuffix(QString const& fileName)
 {
-    return fileName.endsWith(xlsSuffix) || fileName.endsWith(csvSuffix);
+    return workbookKind(fileName) != WorkbookKind::None;
 }
 
 QString XSpreadsheet::noAlleleColumnsMessage()
@@ -49,14 +43,14 @@ QString XSpreadsheet::parseErrorMessage(int row, int column)
 
 XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes)
 {
-    const bool xls = fileName.endsWith(xlsSuffix);
+    const bool workbook = isWorkbook(workbookKind(fileName));
     if (!isKnownSuffix(fileName)) {
         if (error)
             *error = wrongSuffixMessage();
         return nullptr;
     }
     QString problem = TextFile::problem(fileName);
-    if (problem.isEmpty() && xls)
+    if (problem.isEmpty() && workbook)
         return XWorkbookReader::read(fileName, error);
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
@@ -79,7 +73,7 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
 
 bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* error)
 {
-    if (fileName.endsWith(xlsSuffix))
+    if (workbookKind(fileName) == WorkbookKind::Xls)
         return XWorkbookWriter::write(table, fileName, error);
     return XSaveFile::writeText(fileName, table.toString(), error);
 }

@@ -6,8 +6,10 @@
 class XCsv;
 
 // Reads and writes tables as files, chosen by the file name's suffix
-// (case-sensitive): ".csv" is comma-separated text (or separated by
-// semicolons or tabs, see XCsv::separatorOf), ".xls" a workbook.
+// (case-sensitive, see WorkbookKind): ".csv" is comma-separated text (or
+// separated by semicolons or tabs, see XCsv::separatorOf); ".xls", ".xlsx"
+// and ".ods" are workbooks, read by the workbook reader program. Only text
+// and ".xls" are written.
 // Widget-free: callers show the returned message themselves.
 class XSpreadsheet
 {

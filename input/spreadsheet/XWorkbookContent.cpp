@@ -1,7 +1,5 @@
 #include "XWorkbookContent.h"
 
-#include "XBiffWriter.h"
-
 #include <QDataStream>
 
 namespace {
@@ -43,8 +41,8 @@ bool XWorkbookContent::decode(QByteArray const& bytes, XWorkbookContent& content
     content = XWorkbookContent();
     in >> magic >> frameVersion >> code >> content.row >> content.column >> rows >> columns;
     if (in.status() != QDataStream::Ok || magic != openingMagic || frameVersion != version ||
-        code < Read || code > SparseSheet || rows < 0 || columns < 0 ||
-        rows > XBiffWriter::maxRows || columns > XBiffWriter::maxColumns ||
+        code < Read || code > OversizedPart || rows < 0 || columns < 0 || rows > maxRows ||
+        columns > maxColumns || qint64(rows) * columns > maxCells ||
         (rows == 0) != (columns == 0) || (code != Read && rows != 0))
         return false;
     content.code = Code(code);

@@ -2,13 +2,11 @@
 
 #include "XBiffWriter.h"
 #include "XCompoundFileCheck.h"
+#include "XSheetCells.h"
 
 #include <QFile>
 
 #include <freexl.h>
-
-#include <climits>
-#include <cmath>
 
 namespace {
 
@@ -53,12 +51,8 @@ QVariant cellValue(FreeXL_CellValue const& cell)
         return QString(QLatin1String(""));
     case FREEXL_CELL_INT:
         return cell.value.int_value;
-    case FREEXL_CELL_DOUBLE: {
-        const double v = cell.value.double_value;
-        if (std::isfinite(v) && std::floor(v) == v && v >= double(INT_MIN) && v <= double(INT_MAX))
-            return int(v);
-        return QVariant();
-    }
+    case FREEXL_CELL_DOUBLE:
+        return XSheetCells::numberCell(cell.value.double_value);
     case FREEXL_CELL_TEXT:
     case FREEXL_CELL_SST_TEXT:
         return QString::fromUtf8(cell.value.text_value);
@@ -96,17 +90,6 @@ bool usedExtent(void const* handle, unsigned& rows, unsigned short& columns, qin
     return true;
 }
 
-// A used extent of over a million cells of which fewer than one in a
-// hundred hold something is no table: a 5 KB file with one cell at the
-// format's last row and column would otherwise become 16.7 million cells,
-// seconds of work and a gigabyte in each process. The densest real tables
-// (1,350 accessions x 1,356 allele columns) hold every cell.
-bool isSparse(unsigned rows, unsigned short columns, qint64 held)
-{
-    const qint64 extent = qint64(rows) * columns;
-    return extent > 1000000 && held * 100 < extent;
-}
-
 } // namespace
 
 XWorkbookContent XWorkbookParser::parse(QString const& fileName)
@@ -131,7 +114,7 @@ XWorkbookContent XWorkbookParser::parse(QString const& fileName)
     qint64 held = 0;
     if (!usedExtent(book.handle(), rows, columns, held))
         return content;
-    if (isSparse(rows, columns, held)) {
+    if (XSheetCells::isSparse(rows, columns, held)) {
         content.code = XWorkbookContent::SparseSheet;
         content.row = qint32(rows);
         content.column = qint32(columns);

@@ -1,5 +1,6 @@
 #include "XWorkbookReader.h"
 
+#include "WorkbookKind.h"
 #include "XCsv.h"
 #include "XWorkbookContent.h"
 
@@ -88,64 +89,82 @@ void XWorkbookReader::setReadingLimitMs(int ms)
     readingLimit.store(ms);
 }
 
-QString XWorkbookReader::parseErrorMessage(int row, int column)
+namespace {
+
+QString tr(char const* text)
 {
-    return QCoreApplication::translate(
-               "XSpreadsheet",
-               "Error while parsing the .xls file: cell at row %1 and column %2 does not "
-               "appear to be a valid string or number.")
+    return QCoreApplication::translate("XSpreadsheet", text);
+}
+
+} // namespace
+
+QString XWorkbookReader::parseErrorMessage(int row, int column, QString const& suffix)
+{
+    return tr("Error while parsing the %3 file: cell at row %1 and column %2 does not appear to "
+              "be a valid string or number.")
         .arg(row)
-        .arg(column);
+        .arg(column)
+        .arg(suffix);
 }
 
-QString XWorkbookReader::unreadableMessage()
+QString XWorkbookReader::unreadableMessage(QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet",
-        "Error while parsing the .xls file: the file cannot be read as a workbook.");
+    return tr("Error while parsing the %1 file: the file cannot be read as a workbook.")
+        .arg(suffix);
 }
 
-QString XWorkbookReader::encryptedMessage()
+QString XWorkbookReader::encryptedMessage(QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet",
-        "Error while parsing the .xls file: the workbook is protected by a password.");
+    return tr("Error while parsing the %1 file: the workbook is protected by a password.")
+        .arg(suffix);
 }
 
-QString XWorkbookReader::noWorksheetMessage()
+QString XWorkbookReader::noWorksheetMessage(QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet", "Error while parsing the .xls file: the workbook has no worksheet.");
+    return tr("Error while parsing the %1 file: the workbook has no worksheet.").arg(suffix);
 }
 
-QString XWorkbookReader::sparseSheetMessage(int rows, int columns)
+QString XWorkbookReader::sparseSheetMessage(int rows, int columns, QString const& suffix)
 {
-    return QCoreApplication::translate(
-               "XSpreadsheet",
-               "Error while parsing the .xls file: the first worksheet reaches row %1 and column "
-               "%2, but fewer than one cell in a hundred of that holds something. Copy the table "
-               "to a new worksheet.")
+    return tr("Error while parsing the %3 file: the first worksheet reaches row %1 and column "
+              "%2, but fewer than one cell in a hundred of that holds something. Copy the table "
+              "to a new worksheet.")
         .arg(rows)
-        .arg(columns);
+        .arg(columns)
+        .arg(suffix);
 }
 
-QString XWorkbookReader::emptyWorksheetMessage()
+QString XWorkbookReader::tooLargeMessage(int rows, int columns, QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet", "Error while parsing the .xls file: the first worksheet is empty.");
+    return tr("Error while parsing the %3 file: the first worksheet reaches row %1 and column "
+              "%2, more cells than Vireon reads.")
+        .arg(rows)
+        .arg(columns)
+        .arg(suffix);
 }
 
-QString XWorkbookReader::readerNotStartedMessage()
+QString XWorkbookReader::oversizedPartMessage(QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet", "The .xls file cannot be read: the workbook reader could not be started.");
+    return tr("Error while parsing the %1 file: a part of the workbook would unpack to more than "
+              "%2 MB; it was not unpacked.")
+        .arg(suffix)
+        .arg(XWorkbookContent::maxPartBytes / (1024 * 1024));
 }
 
-QString XWorkbookReader::readerStoppedMessage()
+QString XWorkbookReader::emptyWorksheetMessage(QString const& suffix)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet", "Error while parsing the .xls file: the workbook reader stopped on this "
-                        "file.");
+    return tr("Error while parsing the %1 file: the first worksheet is empty.").arg(suffix);
+}
+
+QString XWorkbookReader::readerNotStartedMessage(QString const& suffix)
+{
+    return tr("The %1 file cannot be read: the workbook reader could not be started.").arg(suffix);
+}
+
+QString XWorkbookReader::readerStoppedMessage(QString const& suffix)
+{
+    return tr("Error while parsing the %1 file: the workbook reader stopped on this file.")
+        .arg(suffix);
 }
 
 XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
@@ -156,28 +175,37 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
         return nullptr;
     };
 
+    // Every message names the kind of file; a name the reader program
+    // takes for no workbook is read as .xls.
+    QString suffix = workbookSuffix(workbookKind(fileName));
+    if (!isWorkbook(workbookKind(fileName)))
+        suffix = workbookSuffix(WorkbookKind::Xls);
     bool started = false;
     bool finished = false;
     const QByteArray frame = runReader(fileName, started, finished);
     if (!started)
-        return fail(readerNotStartedMessage());
+        return fail(readerNotStartedMessage(suffix));
     XWorkbookContent content;
     if (!finished || !XWorkbookContent::decode(frame, content))
-        return fail(readerStoppedMessage());
+        return fail(readerStoppedMessage(suffix));
     switch (content.code) {
     case XWorkbookContent::Read:
         return new XCsv(content.grid, nullptr);
     case XWorkbookContent::Encrypted:
-        return fail(encryptedMessage());
+        return fail(encryptedMessage(suffix));
     case XWorkbookContent::NoWorksheet:
-        return fail(noWorksheetMessage());
+        return fail(noWorksheetMessage(suffix));
     case XWorkbookContent::EmptyWorksheet:
-        return fail(emptyWorksheetMessage());
+        return fail(emptyWorksheetMessage(suffix));
     case XWorkbookContent::BadCell:
-        return fail(parseErrorMessage(content.row, content.column));
+        return fail(parseErrorMessage(content.row, content.column, suffix));
     case XWorkbookContent::SparseSheet:
-        return fail(sparseSheetMessage(content.row, content.column));
+        return fail(sparseSheetMessage(content.row, content.column, suffix));
+    case XWorkbookContent::TooLarge:
+        return fail(tooLargeMessage(content.row, content.column, suffix));
+    case XWorkbookContent::OversizedPart:
+        return fail(oversizedPartMessage(suffix));
     default:
-        return fail(unreadableMessage());
+        return fail(unreadableMessage(suffix));
     }
 }

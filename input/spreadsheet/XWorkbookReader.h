@@ -4,9 +4,10 @@
 
 class XCsv;
 
-// Reads .xls workbooks through the workbook reader program
-// (vireon-xls-reader, see XWorkbookParser), so that a file that crashes or
-// stalls the workbook library never takes the calling program with it.
+// Reads workbooks (.xls, .xlsx, .ods) through the workbook reader program
+// (vireon-xls-reader, see XWorkbookParser, XXlsxParser, XOdsParser), so that
+// a file that crashes, stalls or exhausts a reader never takes the calling
+// program with it.
 class XWorkbookReader
 {
 public:
@@ -25,12 +26,19 @@ public:
     static int readingLimitMs();
     static void setReadingLimitMs(int ms);
 
-    static QString parseErrorMessage(int row, int column);
-    static QString unreadableMessage();
-    static QString encryptedMessage();
-    static QString noWorksheetMessage();
-    static QString emptyWorksheetMessage();
-    static QString sparseSheetMessage(int rows, int columns);
-    static QString readerNotStartedMessage();
-    static QString readerStoppedMessage();
+    // The messages name the kind of file by its suffix (".xls", ".xlsx",
+    // ".ods").
+    static QString parseErrorMessage(int row, int column,
+                                     QString const& suffix = QStringLiteral(".xls"));
+    static QString unreadableMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString encryptedMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString noWorksheetMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString emptyWorksheetMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString sparseSheetMessage(int rows, int columns,
+                                      QString const& suffix = QStringLiteral(".xls"));
+    static QString tooLargeMessage(int rows, int columns,
+                                   QString const& suffix = QStringLiteral(".xls"));
+    static QString oversizedPartMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString readerNotStartedMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString readerStoppedMessage(QString const& suffix = QStringLiteral(".xls"));
 };

@@ -1,8 +1,12 @@
-// vireon-xls-reader FILE: reads one .xls workbook and writes what it holds
-// on standard output in the framed form of XWorkbookContent. The programs
+// vireon-xls-reader FILE: reads one workbook (.xls, .xlsx or .ods, told by
+// the name) and writes what it holds on standard output in the framed form
+// of XWorkbookContent. The programs
 // start it for every workbook they open, so that a file that crashes,
 // stalls or exhausts the workbook library ends this process only.
+#include "WorkbookKind.h"
+#include "XOdsParser.h"
 #include "XWorkbookParser.h"
+#include "XXlsxParser.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -25,7 +29,20 @@ int main(int argc, char** argv)
     const rlimit limit{rlim_t(8) << 30, rlim_t(8) << 30};
     setrlimit(RLIMIT_AS, &limit);
 #endif
-    const QByteArray frame = XWorkbookParser::parse(arguments.at(1)).encode();
+    const QString fileName = arguments.at(1);
+    XWorkbookContent content;
+    switch (workbookKind(fileName)) {
+    case WorkbookKind::Xlsx:
+        content = XXlsxParser::parse(fileName);
+        break;
+    case WorkbookKind::Ods:
+        content = XOdsParser::parse(fileName);
+        break;
+    default:
+        content = XWorkbookParser::parse(fileName);
+        break;
+    }
+    const QByteArray frame = content.encode();
     QFile out;
     if (!out.open(stdout, QIODevice::WriteOnly) || out.write(frame) != frame.size() || !out.flush())
         return 1;

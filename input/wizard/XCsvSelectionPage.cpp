@@ -117,9 +117,9 @@ XCsv* XCsvSelectionPage::parseFile(QString const& fileName, QStringList* notes) 
 
 XCsv* XCsvSelectionPage::browse(QString& fileName, QStringList* notes)
 {
-    fileName =
-        XFileDialog::openFileName(this, tr("Spreadsheets %1").arg(QStringLiteral("(*.csv *.xls)")))
-            .trimmed();
+    fileName = XFileDialog::openFileName(
+                   this, tr("Spreadsheets %1").arg(QStringLiteral("(*.csv *.xls *.xlsx *.ods)")))
+                   .trimmed();
     return fileName.isEmpty() ? nullptr : parseFile(fileName, notes);
 }
 

@@ -274,16 +274,16 @@ void TestVireonCli::usageErrors_data()
     QTest::newRow("percent 101") << QStringList{"-p", "101", input}
                                  << "--percent needs a whole number from 1 to 100.";
     const QString readme = QStringLiteral(VIREON_EXAMPLES_DIR "/README.md");
-    QTest::newRow("wrong suffix") << QStringList{readme}
-                                  << readme +
-                                         ": The file you selected is not a .csv or a .xls file.";
+    QTest::newRow("wrong suffix")
+        << QStringList{readme}
+        << readme + ": The file you selected is not a .csv, .xls, .xlsx or .ods file.";
     QTest::newRow("search mode") << QStringList{"--search", "fast", input}
                                  << "--search is reproducible or exact.";
     QTest::newRow("budget negative") << QStringList{"--search", "exact", "--budget", "-1", input}
                                      << "--budget needs a whole number of seconds, 0 or more.";
     QTest::newRow("start wrong suffix")
         << QStringList{"-s", readme, input}
-        << readme + ": The file you selected is not a .csv or a .xls file.";
+        << readme + ": The file you selected is not a .csv, .xls, .xlsx or .ods file.";
 }
 
 void TestVireonCli::usageErrors()

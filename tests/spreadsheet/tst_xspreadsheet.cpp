@@ -16,7 +16,8 @@
 
 namespace {
 
-const QString wrongSuffix = QStringLiteral("The file you selected is not a .csv or a .xls file.");
+const QString wrongSuffix =
+    QStringLiteral("The file you selected is not a .csv, .xls, .xlsx or .ods file.");
 const QString parsePrefix = QStringLiteral("Error while parsing the .xls file:");
 
 // A cell of a workbook as another reader sees it: "int:7", "double:1.5",
@@ -157,7 +158,8 @@ void TestXSpreadsheet::refusedSuffixes_data()
     QTest::newRow("mixed Csv") << "data.Csv";
     QTest::newRow("upper CSV") << "data.CSV";
     QTest::newRow("txt") << "data.txt";
-    QTest::newRow("xlsx") << "data.xlsx";
+    QTest::newRow("upper XLSX") << "data.XLSX";
+    QTest::newRow("mixed Ods") << "data.Ods";
     QTest::newRow("xls then more") << "data.xls.bak";
     QTest::newRow("no suffix") << "data";
     QTest::newRow("empty") << "";

@@ -150,8 +150,8 @@ void TestXWorkbookReader::foreignFramesRefused_data()
     wrongCode[11] = 9;
     QTest::newRow("unknown outcome") << wrongCode;
     QByteArray tooManyRows = good;
-    tooManyRows[21] = 2; // rows = 65537 + ...: past the format
-    tooManyRows[22] = 1;
+    tooManyRows[21] = 0x10; // rows = 1,048,577: past the largest worksheet
+    tooManyRows[22] = 0;
     QTest::newRow("more rows than the format holds") << tooManyRows;
     QByteArray wrongTag = good;
     wrongTag[28] = 'q';

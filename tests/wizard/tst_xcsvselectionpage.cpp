@@ -144,7 +144,7 @@ void TestXCsvSelectionPage::browseFilterAndCancel()
     QString filter;
     answerOpenDialog(QString(), &filter);
     clickButton(named<QPushButton>("inputBrowse"));
-    QCOMPARE(filter, QStringLiteral("Spreadsheets (*.csv *.xls)"));
+    QCOMPARE(filter, QStringLiteral("Spreadsheets (*.csv *.xls *.xlsx *.ods)"));
     QCOMPARE(m_page->csv(), nullptr);
     QVERIFY(!checkBox()->isVisible());
     answerOpenDialog(QStringLiteral("   "));
@@ -157,6 +157,8 @@ void TestXCsvSelectionPage::wrongSuffix_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("upper-case XLS") << "input.XLS";
     QTest::newRow("mixed-case Csv") << "data.Csv";
+    QTest::newRow("upper-case XLSX") << "data.XLSX";
+    QTest::newRow("upper-case ODS") << "data.ODS";
     QTest::newRow("text file") << "notes.txt";
     QTest::newRow("no suffix") << "table";
 }
@@ -170,7 +172,8 @@ void TestXCsvSelectionPage::wrongSuffix()
     whenModalOpens(messageBoxSeen(&title, &text));
     clickButton(named<QPushButton>("inputBrowse"));
     QCOMPARE(title, QStringLiteral("Error"));
-    QCOMPARE(text, QStringLiteral("The file you selected is not a .csv or a .xls file."));
+    QCOMPARE(text,
+             QStringLiteral("The file you selected is not a .csv, .xls, .xlsx or .ods file."));
     QCOMPARE(m_page->csv(), nullptr);
     QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
 }

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+class QuaZip;
+
+// Reads the parts of a zipped workbook (.xlsx, .ods), each within
+// XWorkbookContent::maxPartBytes: a few kilobytes of zip can unpack to
+// gigabytes, so a part is unpacked only up to the limit and refused past it,
+// whatever size the archive declares for it.
+class XZipArchive
+{
+public:
+    enum class Status { Read, Missing, Encrypted, Oversized, Broken };
+
+    explicit XZipArchive(QString const& fileName);
+    ~XZipArchive();
+    XZipArchive(XZipArchive const&) = delete;
+    XZipArchive& operator=(XZipArchive const&) = delete;
+
+    // Whether the file is a zip archive whose directory could be read.
+    bool isOpen() const { return m_open; }
+    // Unpacks one part (its name compared without regard to case, as the
+    // packaging formats want) into *bytes; Broken for a damaged part or a
+    // checksum that does not match.
+    Status read(QString const& name, QByteArray* bytes);
+
+private:
+    std::unique_ptr<QuaZip> m_zip;
+    bool m_open = false;
+};
