@@ -424,9 +424,10 @@ void XMainWindow::saveAs()
 {
     if (!m_workspace)
         return;
-    const QString filters = tr("Comma separated value files %1").arg(QStringLiteral("(*.csv)")) +
-                            QStringLiteral(";;") +
-                            tr("Microsoft Excel files %1").arg(QStringLiteral("(*.xls)"));
+    const QString filters =
+        tr("Comma separated value files %1").arg(QStringLiteral("(*.csv)")) + QStringLiteral(";;") +
+        tr("Microsoft Excel files %1").arg(QStringLiteral("(*.xls)")) + QStringLiteral(";;") +
+        tr("Excel workbooks %1").arg(QStringLiteral("(*.xlsx)"));
     const QString name = XFileDialog::saveFileName(this, filters);
     if (name.isEmpty())
         return;

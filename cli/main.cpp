@@ -94,8 +94,8 @@ int main(int argc, char** argv)
                                        "--percent",
                                        "FILE");
     const QCommandLineOption output({"o", "output"},
-                                    "write the core of --percent (a name ending in .xls as a "
-                                    "spreadsheet, any other as comma-separated text)",
+                                    "write the core of --percent (a name ending in .xls or "
+                                    ".xlsx as a workbook, any other as comma-separated text)",
                                     "FILE");
     const QCommandLineOption percent(
         {"p", "percent"}, "the core that --output writes (1..100, default 100)", "P", "100");

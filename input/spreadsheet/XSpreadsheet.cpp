@@ -5,6 +5,7 @@
 #include "XCsv.h"
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
+#include "XXlsxWriter.h"
 
 #include "XSaveFile.h"
 
@@ -73,7 +74,13 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
 
 bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* error)
 {
-    if (workbookKind(fileName) == WorkbookKind::Xls)
+    switch (workbookKind(fileName)) {
+    case WorkbookKind::Xls:
         return XWorkbookWriter::write(table, fileName, error);
+    case WorkbookKind::Xlsx:
+        return XXlsxWriter::write(table, fileName, error);
+    default:
+        break;
+    }
     return XSaveFile::writeText(fileName, table.toString(), error);
 }

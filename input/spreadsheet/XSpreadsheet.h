@@ -8,8 +8,8 @@ class XCsv;
 // Reads and writes tables as files, chosen by the file name's suffix
 // (case-sensitive, see WorkbookKind): ".csv" is comma-separated text (or
 // separated by semicolons or tabs, see XCsv::separatorOf); ".xls", ".xlsx"
-// and ".ods" are workbooks, read by the workbook reader program. Only text
-// and ".xls" are written.
+// and ".ods" are workbooks, read by the workbook reader program. Text,
+// ".xls" and ".xlsx" are written.
 // Widget-free: callers show the returned message themselves.
 class XSpreadsheet
 {
@@ -20,9 +20,10 @@ public:
     // table that was read (an encoding other than UTF-8, a separator other
     // than the comma).
     static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr);
-    // A name ending in ".xls" becomes a workbook, any other comma-separated
-    // text. The file is replaced atomically; returns whether it was
-    // written, and if not sets *error to the reason ("Permission denied").
+    // A name ending in ".xls" or ".xlsx" becomes a workbook, any other
+    // comma-separated text (".ods" too: it is not written). The file is
+    // replaced atomically; returns whether it was written, and if not sets
+    // *error to the reason ("Permission denied").
     static bool write(XCsv const& table, QString const& fileName, QString* error = nullptr);
 
     // Whether the name ends in a suffix that read() knows.

@@ -707,18 +707,21 @@ void TestXMainWindow::runWithStartingCollection()
 void TestXMainWindow::saveAndSaveAs_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("workbook");
-    QTest::newRow("csv") << "core.csv" << false;
-    QTest::newRow("xls") << "core.xls" << true;
-    QTest::newRow("upper-case XLS is text") << "core.XLS" << false;
-    QTest::newRow("no suffix") << "core" << false;
-    QTest::newRow("other suffix") << "core.txt" << false;
+    // The file's first bytes for a workbook: a compound document for .xls,
+    // a zip archive for .xlsx.
+    QTest::addColumn<QByteArray>("workbook");
+    QTest::newRow("csv") << "core.csv" << QByteArray();
+    QTest::newRow("xls") << "core.xls" << QByteArray::fromHex("d0cf11e0a1b11ae1");
+    QTest::newRow("xlsx") << "core.xlsx" << QByteArray("PK\x03\x04");
+    QTest::newRow("upper-case XLS is text") << "core.XLS" << QByteArray();
+    QTest::newRow("no suffix") << "core" << QByteArray();
+    QTest::newRow("other suffix") << "core.txt" << QByteArray();
 }
 
 void TestXMainWindow::saveAndSaveAs()
 {
     QFETCH(QString, name);
-    QFETCH(bool, workbook);
+    QFETCH(QByteArray, workbook);
     XWorkspace* workspace = smallWorkspace(true, 70);
     m_window->clearWorkspace(workspace);
     const QString path = m_dir->filePath(name);
@@ -731,12 +734,13 @@ void TestXMainWindow::saveAndSaveAs()
     action(QStringLiteral("Save..."))->trigger();
     QCOMPARE(m_saveQuestions, 1);
     QCOMPARE(filterSeen, QStringLiteral("Comma separated value files (*.csv);;"
-                                        "Microsoft Excel files (*.xls)"));
+                                        "Microsoft Excel files (*.xls);;"
+                                        "Excel workbooks (*.xlsx)"));
     QCOMPARE(workspace->savePath(), path);
     QVERIFY(QFile::exists(path));
     const QByteArray bytes = readAll(path);
-    if (workbook) {
-        QVERIFY(bytes.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1")));
+    if (!workbook.isEmpty()) {
+        QVERIFY(bytes.startsWith(workbook));
         QString error;
         QScopedPointer<XCsv> back(XSpreadsheet::read(path, &error));
         QVERIFY2(back, qPrintable(error));

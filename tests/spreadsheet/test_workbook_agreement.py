@@ -534,6 +534,31 @@ class OdsFiles(unittest.TestCase):
         self.assertEqual(result["error"], prefix(".ods") + "the workbook has no worksheet.")
 
 
+class XlsxWrittenReadByOpenpyxl(unittest.TestCase):
+    def test_cell_for_cell(self):
+        rows = [
+            ["Name", "M1", "M1", "M2"],
+            ["Acc1", "120", "007", "*"],
+            ["Bétail 日本 🌱", "", "-4", "1.5"],
+        ]
+        with tempfile.TemporaryDirectory() as d:
+            source = os.path.join(d, "in.csv")
+            with open(source, "w", encoding="utf-8") as f:
+                f.write("".join(",".join('"%s"' % v for v in row) + "\n" for row in rows))
+            target = os.path.join(d, "out.xlsx")
+            done = subprocess.run([TOOL, "convert", source, target], env=ENV, timeout=120)
+            self.assertEqual(done.returncode, 0)
+            sheet = openpyxl.load_workbook(target).worksheets[0]
+            self.assertEqual(
+                [list(r) for r in sheet.iter_rows(values_only=True)],
+                [
+                    ["Name", "M1", "M1", "M2"],
+                    ["Acc1", 120, 7, "*"],
+                    ["Bétail 日本 🌱", None, -4, "1.5"],
+                ],
+            )
+
+
 class MicrobovThroughTheCommandLine(unittest.TestCase):
     """microbov as .xlsx and .ods gives exactly the result of microbov.csv."""
 

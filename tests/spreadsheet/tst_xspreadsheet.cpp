@@ -106,6 +106,8 @@ private slots:
     void writeThreeSheets();
     void writeIntegerLookingTextsAsNumbers();
     void writeEmptyAndOtherCells();
+    void writeXlsxReadBack();
+    void writeXlsxTooWide();
     void writeShortRow();
     void writeCsvForOtherNames_data();
     void writeCsvForOtherNames();
@@ -526,6 +528,40 @@ void TestXSpreadsheet::writeIntegerLookingTextsAsNumbers()
                                            "s:2147483648|i:-2147483648|i:42|s:x7"}));
 }
 
+void TestXSpreadsheet::writeXlsxReadBack()
+{
+    // Cell for cell as the .xls writer: integer-looking texts as numbers.
+    XCsv table(XCsv::Grid{{"Name", "12", "007", QString()},
+                          {"B\u00e9tail \u65e5\u672c", " 7", "1.5", -4},
+                          {"2147483648", "-2147483648", 42, "*"}});
+    const QString fileName = path(QStringLiteral("numbers.xlsx"));
+    QString error;
+    QVERIFY2(XSpreadsheet::write(table, fileName, &error), qPrintable(error));
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.read(4), QByteArray("PK\x03\x04"));
+    std::unique_ptr<XCsv> back(XSpreadsheet::read(fileName, &error));
+    QVERIFY2(back, qPrintable(error));
+    QCOMPARE(gridText(*back),
+             QStringList({"s:Name|i:12|i:7|s:", "s:B\u00e9tail \u65e5\u672c|s: 7|s:1.5|i:-4",
+                          "s:2147483648|i:-2147483648|i:42|s:*"}));
+    // Nothing is left beside the file.
+    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{QStringLiteral("numbers.xlsx")});
+}
+
+void TestXSpreadsheet::writeXlsxTooWide()
+{
+    XCsv::Row header;
+    for (int c = 0; c <= 16384; ++c)
+        header << c;
+    XCsv table(XCsv::Grid{header});
+    QString error;
+    QVERIFY(!XSpreadsheet::write(table, path(QStringLiteral("wide.xlsx")), &error));
+    QCOMPARE(error, QStringLiteral("the table does not fit in an .xlsx worksheet"));
+    QVERIFY(!QFile::exists(path(QStringLiteral("wide.xlsx"))));
+}
+
 void TestXSpreadsheet::writeEmptyAndOtherCells()
 {
     XCsv table(XCsv::Grid{{"Name", QVariant(), QString()}, {QVariant(true), 2.5, QVariant(9LL)}});
@@ -555,7 +591,8 @@ void TestXSpreadsheet::writeCsvForOtherNames_data()
     QTest::newRow("txt") << "out.txt";
     QTest::newRow("no suffix") << "out";
     QTest::newRow("upper XLS") << "out.XLS";
-    QTest::newRow("xlsx") << "out.xlsx";
+    QTest::newRow("upper XLSX") << "out.XLSX";
+    QTest::newRow("ods, which is not written") << "out.ods";
 }
 
 void TestXSpreadsheet::writeCsvForOtherNames()
