@@ -9,6 +9,7 @@
 #include "XMainWindow.h"
 #include "XResult.h"
 #include "XSample.h"
+#include "XSpreadsheet.h"
 #include "XWizard.h"
 #include "XWorkspace.h"
 
@@ -210,6 +211,31 @@ int main(int argc, char* argv[])
     window.wizard();
     QFile::remove(input);
     QFile::remove(start);
+
+    // The wizard after reading a workbook saved by today's spreadsheets.
+    const QString workbook = QDir(outputDir).filePath(QStringLiteral("microbov.xlsx"));
+    if (!XSpreadsheet::write(XCsv(examples + QStringLiteral("/microbov.csv")), workbook)) {
+        std::fprintf(stderr, "could not write %s\n", qPrintable(workbook));
+        ++failures;
+    }
+    whenModalOpens([&](QWidget* modal) {
+        auto* wizard = qobject_cast<XWizard*>(modal);
+        wizard->resize(720, 520);
+        wizard->next();
+        QWidget* page = wizard->currentPage();
+        XFileDialog::setOpenHook([workbook](QWidget*, QString const&) { return workbook; });
+        page->findChild<QPushButton*>(QStringLiteral("inputBrowse"))->click();
+        save(wizard, QStringLiteral("wizard-xlsx"));
+        whenModalOpens([](QWidget* question) {
+            if (QPushButton* discard = buttonNamed(question, QStringLiteral("Discard")))
+                discard->click();
+            else
+                question->close();
+        });
+        wizard->reject();
+    });
+    window.wizard();
+    QFile::remove(workbook);
 
     // A small table: whole-number ticks, and the largest core's label
     // inside the canvas at the right end of the axis.
