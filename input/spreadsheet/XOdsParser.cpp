@@ -203,8 +203,10 @@ bool Reading::table(QXmlStreamReader& xml, XSheetCells& cells)
 
 XWorkbookContent Reading::run()
 {
-    if (!m_zip.isOpen())
+    if (!m_zip.isOpen()) {
+        m_failure.code = m_zip.openFailure();
         return m_failure;
+    }
     QByteArray manifest;
     if (m_zip.read(QStringLiteral("META-INF/manifest.xml"), &manifest) ==
             XZipArchive::Status::Read &&
@@ -222,7 +224,12 @@ XWorkbookContent Reading::run()
     case XZipArchive::Status::Oversized:
         m_failure.code = XWorkbookContent::OversizedPart;
         return m_failure;
-    default:
+    case XZipArchive::Status::Missing:
+        // A zip archive without spreadsheet content is some other kind of
+        // file.
+        m_failure.code = XWorkbookContent::NotWorkbook;
+        return m_failure;
+    case XZipArchive::Status::Broken:
         return m_failure;
     }
     QXmlStreamReader xml(content);

@@ -41,7 +41,7 @@ bool XWorkbookContent::decode(QByteArray const& bytes, XWorkbookContent& content
     content = XWorkbookContent();
     in >> magic >> frameVersion >> code >> content.row >> content.column >> rows >> columns;
     if (in.status() != QDataStream::Ok || magic != openingMagic || frameVersion != version ||
-        code < Read || code > OversizedPart || rows < 0 || columns < 0 || rows > maxRows ||
+        code < Read || code > NotWorkbook || rows < 0 || columns < 0 || rows > maxRows ||
         columns > maxColumns || qint64(rows) * columns > maxCells ||
         (rows == 0) != (columns == 0) || (code != Read && rows != 0))
         return false;

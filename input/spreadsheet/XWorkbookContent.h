@@ -21,7 +21,12 @@ struct XWorkbookContent
         // maxCells; row and column give the extent reached.
         TooLarge,
         // A part of a zipped workbook that unpacks to more than the limit.
-        OversizedPart
+        OversizedPart,
+        // A file of no bytes.
+        EmptyFile,
+        // Another kind of file under a workbook's name, or a zip archive
+        // without the workbook's parts.
+        NotWorkbook
     };
     // The largest worksheet of today's workbooks.
     static constexpr qint32 maxRows = 1048576;

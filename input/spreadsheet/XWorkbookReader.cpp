@@ -151,6 +151,18 @@ QString XWorkbookReader::oversizedPartMessage(QString const& suffix)
         .arg(XWorkbookContent::maxPartBytes / (1024 * 1024));
 }
 
+QString XWorkbookReader::emptyFileMessage(QString const& suffix)
+{
+    return tr("Error while parsing the %1 file: the file is empty.").arg(suffix);
+}
+
+QString XWorkbookReader::notWorkbookMessage(QString const& suffix)
+{
+    return tr("Error while parsing the %1 file: the file is not a %1 workbook but another kind of "
+              "file.")
+        .arg(suffix);
+}
+
 QString XWorkbookReader::emptyWorksheetMessage(QString const& suffix)
 {
     return tr("Error while parsing the %1 file: the first worksheet is empty.").arg(suffix);
@@ -205,6 +217,10 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
         return fail(tooLargeMessage(content.row, content.column, suffix));
     case XWorkbookContent::OversizedPart:
         return fail(oversizedPartMessage(suffix));
+    case XWorkbookContent::EmptyFile:
+        return fail(emptyFileMessage(suffix));
+    case XWorkbookContent::NotWorkbook:
+        return fail(notWorkbookMessage(suffix));
     default:
         return fail(unreadableMessage(suffix));
     }

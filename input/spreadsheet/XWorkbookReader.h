@@ -39,6 +39,8 @@ public:
     static QString tooLargeMessage(int rows, int columns,
                                    QString const& suffix = QStringLiteral(".xls"));
     static QString oversizedPartMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString emptyFileMessage(QString const& suffix = QStringLiteral(".xls"));
+    static QString notWorkbookMessage(QString const& suffix = QStringLiteral(".xls"));
     static QString readerNotStartedMessage(QString const& suffix = QStringLiteral(".xls"));
     static QString readerStoppedMessage(QString const& suffix = QStringLiteral(".xls"));
 };

@@ -356,8 +356,8 @@ bool Reading::sheet(QString const& name, XSheetCells& cells)
 XWorkbookContent Reading::run(QString const& fileName)
 {
     if (!m_zip.isOpen()) {
-        m_failure.code = isEncryptedPackage(fileName) ? XWorkbookContent::Encrypted
-                                                      : XWorkbookContent::Unreadable;
+        m_failure.code =
+            isEncryptedPackage(fileName) ? XWorkbookContent::Encrypted : m_zip.openFailure();
         return m_failure;
     }
     QList<Relationship> package;
@@ -367,6 +367,12 @@ XWorkbookContent Reading::run(QString const& fileName)
     for (Relationship const& link : package) {
         if (endsType(link, "officeDocument"))
             workbook = link.target;
+    }
+    // A zip archive without a workbook is some other kind of file.
+    QByteArray probe;
+    if (m_zip.read(workbook, &probe) == XZipArchive::Status::Missing) {
+        m_failure.code = XWorkbookContent::NotWorkbook;
+        return m_failure;
     }
     QString name;
     XSheetCells cells;

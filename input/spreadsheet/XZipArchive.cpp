@@ -6,11 +6,27 @@
 #include <quazipfile.h>
 #include <quazipfileinfo.h>
 
+#include <QFile>
+
 #include <new>
 
-XZipArchive::XZipArchive(QString const& fileName) : m_zip(new QuaZip(fileName))
+XZipArchive::XZipArchive(QString const& fileName)
+    : m_fileName(fileName), m_zip(new QuaZip(fileName))
 {
     m_open = m_zip->open(QuaZip::mdUnzip);
+}
+
+XWorkbookContent::Code XZipArchive::openFailure() const
+{
+    QFile file(m_fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return XWorkbookContent::Unreadable;
+    const QByteArray head = file.read(4);
+    if (head.isEmpty())
+        return XWorkbookContent::EmptyFile;
+    // Every zip archive starts with a local header or, when empty, with the
+    // end of its directory.
+    return head.startsWith("PK") ? XWorkbookContent::Unreadable : XWorkbookContent::NotWorkbook;
 }
 
 XZipArchive::~XZipArchive() = default;

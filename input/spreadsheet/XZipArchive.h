@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XWorkbookContent.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -23,12 +25,16 @@ public:
 
     // Whether the file is a zip archive whose directory could be read.
     bool isOpen() const { return m_open; }
+    // Why it is not: EmptyFile, Unreadable for a zip archive that is
+    // damaged or cut short, NotWorkbook for a file of another kind.
+    XWorkbookContent::Code openFailure() const;
     // Unpacks one part (its name compared without regard to case, as the
     // packaging formats want) into *bytes; Broken for a damaged part or a
     // checksum that does not match.
     Status read(QString const& name, QByteArray* bytes);
 
 private:
+    QString m_fileName;
     std::unique_ptr<QuaZip> m_zip;
     bool m_open = false;
 };

@@ -406,14 +406,17 @@ class HostileFiles(unittest.TestCase):
         encrypted = b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1" + b"\0" * 500 + "EncryptedPackage".encode(
             "utf-16-le"
         )
+        empty = "the file is empty."
+        other = "the file is not a %s workbook but another kind of file."
         cases = [
-            ("empty.xlsx", b"", unreadable),
-            ("empty.ods", b"", unreadable),
-            ("text.xlsx", b"Name,M1\nA,1\n", unreadable),
-            ("text.ods", b"Name,M1\nA,1\n", unreadable),
+            ("empty.xlsx", b"", empty),
+            ("empty.ods", b"", empty),
+            ("text.xlsx", b"Name,M1\nA,1\n", other % ".xlsx"),
+            ("text.ods", b"Name,M1\nA,1\n", other % ".ods"),
             ("truncated.xlsx", whole[: len(whole) // 2], unreadable),
-            ("other.xlsx", other_zip, unreadable),
-            ("other.ods", other_zip, unreadable),
+            ("truncated.ods", whole[: len(whole) // 3], unreadable),
+            ("other.xlsx", other_zip, other % ".xlsx"),
+            ("other.ods", other_zip, other % ".ods"),
             ("encrypted.xlsx", encrypted, "the workbook is protected by a password."),
         ]
         for name, data, message in cases:

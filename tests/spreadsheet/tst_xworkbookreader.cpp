@@ -147,7 +147,7 @@ void TestXWorkbookReader::foreignFramesRefused_data()
     wrongVersion[7] = 2;
     QTest::newRow("other version") << wrongVersion;
     QByteArray wrongCode = good;
-    wrongCode[11] = 9;
+    wrongCode[11] = 100;
     QTest::newRow("unknown outcome") << wrongCode;
     QByteArray tooManyRows = good;
     tooManyRows[21] = 0x10; // rows = 1,048,577: past the largest worksheet
