@@ -1,5 +1,7 @@
 #include "WorkbookKind.h"
 
+#include <QStringList>
+
 QString workbookSuffix(WorkbookKind kind)
 {
     switch (kind) {
@@ -17,14 +19,28 @@ QString workbookSuffix(WorkbookKind kind)
     return QString();
 }
 
+namespace {
+
+const WorkbookKind readable[] = {WorkbookKind::Text, WorkbookKind::Xls, WorkbookKind::Xlsx,
+                                 WorkbookKind::Ods};
+
+} // namespace
+
 WorkbookKind workbookKind(QString const& fileName)
 {
-    for (WorkbookKind kind :
-         {WorkbookKind::Text, WorkbookKind::Xls, WorkbookKind::Xlsx, WorkbookKind::Ods}) {
+    for (WorkbookKind kind : readable) {
         if (fileName.endsWith(workbookSuffix(kind)))
             return kind;
     }
     return WorkbookKind::None;
+}
+
+QString readablePatterns()
+{
+    QStringList patterns;
+    for (WorkbookKind kind : readable)
+        patterns << QLatin1Char('*') + workbookSuffix(kind);
+    return patterns.join(QLatin1Char(' '));
 }
 
 bool isWorkbook(WorkbookKind kind)

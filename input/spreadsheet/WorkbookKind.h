@@ -11,3 +11,5 @@ WorkbookKind workbookKind(QString const& fileName);
 QString workbookSuffix(WorkbookKind kind);
 // Whether the kind is a workbook, read by the workbook reader program.
 bool isWorkbook(WorkbookKind kind);
+// Every kind as a file dialog's patterns: "*.csv *.xls *.xlsx *.ods".
+QString readablePatterns();

@@ -3,6 +3,7 @@
 #include "TableChecks.h"
 #include "TableReading.h"
 #include "WizardFocus.h"
+#include "WorkbookKind.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
 #include "XWizard.h"
@@ -117,9 +118,8 @@ XCsv* XCsvSelectionPage::parseFile(QString const& fileName, QStringList* notes) 
 
 XCsv* XCsvSelectionPage::browse(QString& fileName, QStringList* notes)
 {
-    fileName = XFileDialog::openFileName(
-                   this, tr("Spreadsheets %1").arg(QStringLiteral("(*.csv *.xls *.xlsx *.ods)")))
-                   .trimmed();
+    const QString filter = tr("Spreadsheets %1").arg(QLatin1Char('(') + readablePatterns() + ')');
+    fileName = XFileDialog::openFileName(this, filter).trimmed();
     return fileName.isEmpty() ? nullptr : parseFile(fileName, notes);
 }
 
