@@ -179,6 +179,13 @@ def write_ods_with_odfpy(path, sheets):
     document.save(path)
 
 
+def microbov_values(examples):
+    """examples/microbov.csv as cell values: whole numbers as ints."""
+    with open(os.path.join(examples, "microbov.csv"), encoding="utf-8") as f:
+        rows = [line.rstrip("\n").split(",") for line in f if line.strip()]
+    return [[int(v) if v.lstrip("-").isdigit() else v for v in row] for row in rows]
+
+
 def table_rows(rows):
     """Expected table: every row as wide as the widest, empty cells empty text."""
     width = max(len(r) for r in rows)
@@ -577,9 +584,7 @@ class MicrobovThroughTheCommandLine(unittest.TestCase):
 
     def test_same_result(self):
         source = os.path.join(EXAMPLES, "microbov.csv")
-        with open(source, encoding="utf-8") as f:
-            rows = [line.rstrip("\n").split(",") for line in f if line.strip()]
-        values = [[int(v) if v.lstrip("-").isdigit() else v for v in row] for row in rows]
+        values = microbov_values(EXAMPLES)
         expected = self.run_cli(source)
         self.assertEqual(expected.count("\n"), 100)
         with tempfile.TemporaryDirectory() as d:

@@ -34,7 +34,7 @@ private slots:
     void failedReadKeepsTable();
     void invalidCellsThenRepair();
     void loadXls();
-    void microbovAsXlsxAndSemicolons();
+    void microbovAsWorkbooksAndSemicolons();
     void startingCollection();
     void uncheckThrowsStartAway();
     void secondInputClearsStart();
@@ -246,10 +246,11 @@ void TestXCsvSelectionPage::loadXls()
     QVERIFY(m_page->isComplete());
 }
 
-void TestXCsvSelectionPage::microbovAsXlsxAndSemicolons()
+void TestXCsvSelectionPage::microbovAsWorkbooksAndSemicolons()
 {
     // microbov saved as today's spreadsheets save it arrives as the same
-    // table as microbov.csv; only the semicolons are noted.
+    // table as microbov.csv; only the semicolons are noted. The .ods is
+    // written by odfpy (make_microbov_ods.py).
     const XCsv csv(m_microbov);
     const QString xlsx = path("microbov.xlsx");
     QString error;
@@ -265,6 +266,12 @@ void TestXCsvSelectionPage::microbovAsXlsxAndSemicolons()
     QCOMPARE(m_page->csv()->columns(), 61);
     QVERIFY(!note->isVisible());
     QVERIFY(m_page->isComplete());
+
+    answerOpenDialog(QStringLiteral(VIREON_FIXTURES_DIR "/spreadsheet/microbov.ods"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QVERIFY(m_page->csv());
+    QCOMPARE(gridText(*m_page->csv()), gridText(csv));
+    QVERIFY(!note->isVisible());
 
     answerOpenDialog(path("microbov-semicolons.csv"));
     clickButton(named<QPushButton>("inputBrowse"));
