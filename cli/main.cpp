@@ -42,7 +42,8 @@ bool readNumber(QString const& text, int* value)
     return ok;
 }
 
-// Reads a table the user named; says why not on stderr. Only regular files
+// Reads a table the user named; says why not on stderr, and what the reader
+// noted about a table it read (an encoding, a separator). Only regular files
 // are read, so a FIFO or a device never blocks the run.
 bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
 {
@@ -50,8 +51,11 @@ bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
     const QString problem =
         XSpreadsheet::isKnownSuffix(fileName) ? TextFile::problem(fileName) : QString();
     QString message;
+    QStringList notes;
     if (problem.isEmpty())
-        table.reset(XSpreadsheet::read(fileName, &message));
+        table.reset(XSpreadsheet::read(fileName, &message, &notes));
+    for (QString const& note : notes)
+        err << fileName << ": " << note << '\n';
     if (!table) {
         err << fileName << ": " << (problem.isEmpty() ? message : problem) << '\n';
         return false;

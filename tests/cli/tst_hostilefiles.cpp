@@ -208,6 +208,8 @@ void TestHostileFiles::windows1252NamesKept()
     const QString core = m_dir->filePath("core.csv");
     const Outcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
     QCOMPARE(o.status, 0);
+    QCOMPARE(o.err, input + QStringLiteral(": This file is not UTF-8; it was read as "
+                                           "Windows-1252.\n"));
     QFile file(core);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());

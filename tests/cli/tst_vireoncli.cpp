@@ -218,6 +218,10 @@ void TestVireonCli::semicolonTextAsComma()
     QCOMPARE(fromSemicolons.status, 0);
     QCOMPARE(fromSemicolons.out.count(QLatin1Char('\n')), 100);
     QCOMPARE(fromSemicolons.out, fromCommas.out);
+    QCOMPARE(fromCommas.err, QString());
+    QCOMPARE(fromSemicolons.err, semicolons + QStringLiteral(": This file separates its fields "
+                                                             "with semicolons; it was read that "
+                                                             "way.\n"));
     QCOMPARE(gridText(XCsv(fromSemicolonsCore)), gridText(XCsv(fromCommasCore)));
 }
 
