@@ -166,14 +166,23 @@ bool Reading::firstWorksheet(QString const& workbook, QString* sheet)
     QList<Relationship> links;
     if (!part(workbook, &bytes) || !relationships(workbook, &links))
         return false;
+    // Only the first list of strings and of styles counts: a damaged file
+    // that named one part a thousand times would unpack it a thousand times.
     QHash<QString, QString> worksheets;
+    bool stringsRead = false;
+    bool stylesRead = false;
     for (Relationship const& link : links) {
-        if (endsType(link, "worksheet"))
+        if (endsType(link, "worksheet")) {
             worksheets.insert(link.id, link.target);
-        else if (endsType(link, "sharedStrings") && !sharedStrings(link.target))
-            return false;
-        else if (endsType(link, "styles") && !styles(link.target))
-            return false;
+        } else if (!stringsRead && endsType(link, "sharedStrings")) {
+            if (!sharedStrings(link.target))
+                return false;
+            stringsRead = true;
+        } else if (!stylesRead && endsType(link, "styles")) {
+            if (!styles(link.target))
+                return false;
+            stylesRead = true;
+        }
     }
     QXmlStreamReader xml(bytes);
     if (!readXmlRoot(xml))
