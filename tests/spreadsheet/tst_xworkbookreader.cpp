@@ -32,6 +32,8 @@ private slots:
     void readerKilledMidRead();
     void stalledReaderIsStopped();
     void garbageFromReaderRefused();
+    void messagesNameTheKind_data();
+    void messagesNameTheKind();
 
 private:
     QString path(QString const& name) const { return m_dir->filePath(name); }
@@ -185,6 +187,41 @@ void TestXWorkbookReader::missingReaderIsNamed()
     QVERIFY(!table);
     QCOMPARE(error, QStringLiteral("The .xls file cannot be read: the workbook reader could not "
                                    "be started."));
+}
+
+void TestXWorkbookReader::messagesNameTheKind_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("empty .xlsx") << "empty.xlsx" << QByteArray()
+                                 << "Error while parsing the .xlsx file: the file is empty.";
+    QTest::newRow("text as .ods")
+        << "text.ods" << QByteArray("Name,M1\nA,1\n")
+        << "Error while parsing the .ods file: the file is not a .ods workbook but another kind "
+           "of file.";
+    QTest::newRow("cut-short zip as .xlsx")
+        << "cut.xlsx" << QByteArray("PK\x03\x04\x14\x00")
+        << "Error while parsing the .xlsx file: the file cannot be read as a workbook.";
+    // The .xls reader keeps its own messages.
+    QTest::newRow("text as .xls")
+        << "text.xls" << QByteArray("Name,M1\nA,1\n")
+        << "Error while parsing the .xls file: the file cannot be read as a workbook.";
+}
+
+void TestXWorkbookReader::messagesNameTheKind()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+    file.close();
+    QString message;
+    std::unique_ptr<XCsv> table(XSpreadsheet::read(path(name), &message));
+    QVERIFY(!table);
+    QCOMPARE(message, error);
 }
 
 void TestXWorkbookReader::readerKilledMidRead()
