@@ -65,18 +65,18 @@ QByteArray runReader(QString const& fileName, bool& started, bool& finished)
 
 QString XWorkbookReader::program()
 {
-    const QString name = QStringLiteral("vireon-xls-reader");
-    const QByteArray chosen = qgetenv("VIREON_XLS_READER");
+    const QString name = QStringLiteral("vireon-workbook-reader");
+    const QByteArray chosen = qgetenv("VIREON_WORKBOOK_READER");
     if (!chosen.isEmpty())
         return QFile::decodeName(chosen);
     if (QCoreApplication::instance()) {
         const QString installed =
             QDir(QCoreApplication::applicationDirPath())
-                .filePath(QStringLiteral(VIREON_XLS_READER_FROM_BINDIR "/") + name);
+                .filePath(QStringLiteral(VIREON_WORKBOOK_READER_FROM_BINDIR "/") + name);
         if (QFileInfo(installed).isExecutable())
             return QDir::cleanPath(installed);
     }
-    return QStringLiteral(VIREON_XLS_READER_BUILT);
+    return QStringLiteral(VIREON_WORKBOOK_READER_BUILT);
 }
 
 int XWorkbookReader::readingLimitMs()

@@ -5,7 +5,7 @@
 class XCsv;
 
 // Reads workbooks (.xls, .xlsx, .ods) through the workbook reader program
-// (vireon-xls-reader, see XWorkbookParser, XXlsxParser, XOdsParser), so that
+// (vireon-workbook-reader, see XWorkbookParser, XXlsxParser, XOdsParser), so that
 // a file that crashes, stalls or exhausts a reader never takes the calling
 // program with it.
 class XWorkbookReader
@@ -17,7 +17,7 @@ public:
     // handling timers and sockets, but not user input.
     static XCsv* read(QString const& fileName, QString* error);
 
-    // The reader program that read() starts: $VIREON_XLS_READER when set,
+    // The reader program that read() starts: $VIREON_WORKBOOK_READER when set,
     // else the installed one beside the program (../libexec/vireon), else
     // the one in the build tree.
     static QString program();

@@ -32,7 +32,7 @@ void TestWorkbookReaderMissing::cleanup()
 {
     stopWatchingModals();
     XFileDialog::setOpenHook({});
-    qunsetenv("VIREON_XLS_READER");
+    qunsetenv("VIREON_WORKBOOK_READER");
 }
 
 void TestWorkbookReaderMissing::openingXlsSaysReaderMissing()
@@ -41,7 +41,7 @@ void TestWorkbookReaderMissing::openingXlsSaysReaderMissing()
     QVERIFY(dir.isValid());
     const QString xls = dir.filePath(QStringLiteral("input.xls"));
     QVERIFY(XSpreadsheet::write(XCsv(QStringLiteral("Name,M1,M1\nA,1,2\n")), xls));
-    qputenv("VIREON_XLS_READER", QFile::encodeName(dir.filePath(QStringLiteral("gone"))));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(dir.filePath(QStringLiteral("gone"))));
 
     XMainWindow window;
     window.show();

@@ -13,7 +13,7 @@ status=0
 expect() {
   [ -e "$stage/$1" ] || { echo "not installed: $1"; status=1; }
 }
-for program in bin/vireon bin/vireon-cli libexec/vireon/vireon-xls-reader; do
+for program in bin/vireon bin/vireon-cli libexec/vireon/vireon-workbook-reader; do
   expect "$program"
   [ ! -e "$stage/$program" ] || [ -x "$stage/$program" ] || { echo "not executable: $program"; status=1; }
 done
@@ -34,7 +34,7 @@ expect share/doc/vireon/copyright
 # that it ran, then hands over to the real one.
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-reader="$stage/libexec/vireon/vireon-xls-reader"
+reader="$stage/libexec/vireon/vireon-workbook-reader"
 mv "$reader" "$reader.real"
 printf '#!/bin/sh\ntouch "%s/reader-ran"\nexec "%s.real" "$@"\n' "$work" "$reader" > "$reader"
 chmod +x "$reader"

@@ -50,13 +50,13 @@ void TestXWorkbookReader::init()
 {
     m_dir = new QTemporaryDir;
     QVERIFY(m_dir->isValid());
-    qunsetenv("VIREON_XLS_READER");
+    qunsetenv("VIREON_WORKBOOK_READER");
     m_real = XWorkbookReader::program();
 }
 
 void TestXWorkbookReader::cleanup()
 {
-    qunsetenv("VIREON_XLS_READER");
+    qunsetenv("VIREON_WORKBOOK_READER");
     XWorkbookReader::setReadingLimitMs(30000);
     delete m_dir;
     m_dir = nullptr;
@@ -91,8 +91,8 @@ void TestXWorkbookReader::programBuiltAndFound()
 {
     QFileInfo program(m_real);
     QVERIFY2(program.isExecutable(), qPrintable(m_real));
-    QCOMPARE(program.fileName(), QStringLiteral("vireon-xls-reader"));
-    qputenv("VIREON_XLS_READER", "/some/other/reader");
+    QCOMPARE(program.fileName(), QStringLiteral("vireon-workbook-reader"));
+    qputenv("VIREON_WORKBOOK_READER", "/some/other/reader");
     QCOMPARE(XWorkbookReader::program(), QStringLiteral("/some/other/reader"));
 }
 
@@ -181,7 +181,7 @@ void TestXWorkbookReader::readsThroughTheProgram()
 void TestXWorkbookReader::missingReaderIsNamed()
 {
     const QString file = workbook();
-    qputenv("VIREON_XLS_READER", QFile::encodeName(path(QStringLiteral("no-such-reader"))));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(path(QStringLiteral("no-such-reader"))));
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(file, &error));
     QVERIFY(!table);
@@ -230,7 +230,7 @@ void TestXWorkbookReader::readerKilledMidRead()
     // Half of the frame arrives, then the reader dies as if killed.
     const QString fake = script("\"$REAL\" \"$@\" | head -c 20\nkill -KILL $$");
     QVERIFY(!fake.isEmpty());
-    qputenv("VIREON_XLS_READER", QFile::encodeName(fake));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(fake));
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(file, &error));
     QVERIFY(!table);
@@ -243,7 +243,7 @@ void TestXWorkbookReader::stalledReaderIsStopped()
     const QString file = workbook();
     const QString fake = script("exec sleep 600");
     QVERIFY(!fake.isEmpty());
-    qputenv("VIREON_XLS_READER", QFile::encodeName(fake));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(fake));
     XWorkbookReader::setReadingLimitMs(200);
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(file, &error));
@@ -256,7 +256,7 @@ void TestXWorkbookReader::garbageFromReaderRefused()
     const QString file = workbook();
     const QString fake = script("echo 'Name,M1'; echo 'A,7'; exit 0");
     QVERIFY(!fake.isEmpty());
-    qputenv("VIREON_XLS_READER", QFile::encodeName(fake));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(fake));
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(file, &error));
     QVERIFY(!table);

@@ -617,7 +617,7 @@ void TestXCsvSelectionPage::slowReadCancelled()
     const QString reader = path("stalled-reader");
     QVERIFY(writeText(reader, "#!/bin/sh\nexec sleep 600\n"));
     QVERIFY(QFile::setPermissions(reader, QFile::ReadOwner | QFile::ExeOwner));
-    qputenv("VIREON_XLS_READER", QFile::encodeName(reader));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(reader));
     XWorkbookReader::setReadingLimitMs(8000);
     QVERIFY(writeText(path("slow.xls"), "x"));
     answerOpenDialog(path("slow.xls"));
@@ -633,7 +633,7 @@ void TestXCsvSelectionPage::slowReadCancelled()
     QVERIFY(!m_page->isComplete());
     // The reader's own time limit ends the read in the background.
     QTRY_COMPARE_WITH_TIMEOUT(TableReading::running(), 0, 120000);
-    qunsetenv("VIREON_XLS_READER");
+    qunsetenv("VIREON_WORKBOOK_READER");
     XWorkbookReader::setReadingLimitMs(30000);
 }
 

@@ -1,4 +1,4 @@
-// vireon-xls-reader FILE: reads one workbook (.xls, .xlsx or .ods, told by
+// vireon-workbook-reader FILE: reads one workbook (.xls, .xlsx or .ods, told by
 // the name) and writes what it holds on standard output in the framed form
 // of XWorkbookContent. The programs
 // start it for every workbook they open, so that a file that crashes,
@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 2) {
-        std::fputs("usage: vireon-xls-reader FILE\n", stderr);
+        std::fputs("usage: vireon-workbook-reader FILE\n", stderr);
         return 2;
     }
 #ifndef VIREON_SANITIZED
