@@ -43,11 +43,14 @@ XZipArchive::Status XZipArchive::read(QString const& name, QByteArray* bytes)
         return Status::Broken;
     if (info.isEncrypted())
         return Status::Encrypted;
+    // A part that says it is too large is refused without unpacking a byte;
+    // one that lies about its size is stopped at the limit below.
+    const qint64 limit = XWorkbookContent::maxPartBytes;
+    if (info.uncompressedSize > quint64(limit))
+        return Status::Oversized;
     QuaZipFile part(m_zip.get());
     if (!part.open(QIODevice::ReadOnly))
         return Status::Broken;
-    // The declared size is only a hint: the limit applies to what unpacks.
-    const qint64 limit = XWorkbookContent::maxPartBytes;
     try {
         bytes->reserve(int(qBound<qint64>(0, qint64(info.uncompressedSize), limit)));
         char chunk[65536];

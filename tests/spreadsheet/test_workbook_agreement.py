@@ -381,6 +381,27 @@ class XlsxAssembled(unittest.TestCase):
             "unpacked.",
         )
 
+    def test_zip_bomb_understating_its_size_refused(self):
+        # The zip headers say the sheet unpacks to 1 KB: unpacking stops
+        # there, and the part, cut short of its checksum, is damaged.
+        row = b'<row><c t="inlineStr"><is><t>x</t></is></c></row>'
+        body = row * (300 * 1024 * 1024 // len(row))
+        sheet = sheet_xml("").encode().replace(b"<sheetData>", b"<sheetData>" + body)
+        path = self.path("in.xlsx")
+        write_xlsx(path, sheet="", sheet_bytes=sheet)
+        with open(path, "rb") as f:
+            data = bytearray(f.read())
+        name = b"xl/worksheets/sheet1.xml"
+        for signature, size_at in ((b"PK\x03\x04", 22), (b"PK\x01\x02", 24)):
+            name_at = data.index(name, data.index(signature))
+            header = data.rindex(signature, 0, name_at)
+            data[header + size_at : header + size_at + 4] = (1024).to_bytes(4, "little")
+        with open(path, "wb") as f:
+            f.write(bytes(data))
+        code, result = dump(path)
+        self.assertEqual(code, 1, result)
+        self.assertEqual(result["error"], prefix(".xlsx") + "the file cannot be read as a workbook.")
+
     def test_empty_sheet(self):
         code, result = self.read(sheet="")
         self.assertEqual(result["error"], prefix(".xlsx") + "the first worksheet is empty.")
