@@ -32,6 +32,8 @@ private slots:
     void wrongSuffix_data();
     void wrongSuffix();
     void failedReadKeepsTable();
+    void damagedWorkbooksSayWhy_data();
+    void damagedWorkbooksSayWhy();
     void invalidCellsThenRepair();
     void loadXls();
     void microbovAsWorkbooksAndSemicolons();
@@ -193,6 +195,50 @@ void TestXCsvSelectionPage::failedReadKeepsTable()
     QVERIFY(!first.isNull());
     QCOMPARE(m_page->csv(), first.data());
     QCOMPARE(named<QLineEdit>("inputFile")->text(), m_microbov);
+    QVERIFY(m_page->isComplete());
+}
+
+void TestXCsvSelectionPage::damagedWorkbooksSayWhy_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message");
+    // The first half of a real workbook, to cut short.
+    QFile made(QStringLiteral(VIREON_FIXTURES_DIR "/spreadsheet/microbov.ods"));
+    QVERIFY(made.open(QIODevice::ReadOnly));
+    const QByteArray ods = made.readAll();
+    const QString parsing = QStringLiteral("Error while parsing the %1 file: ");
+    QTest::newRow("empty .xlsx") << "empty.xlsx" << QByteArray()
+                                 << parsing.arg(".xlsx") + "the file is empty.";
+    QTest::newRow("text as .ods")
+        << "text.ods" << QByteArray("Name,M1\nA,1\n")
+        << parsing.arg(".ods") + "the file is not a .ods workbook but another kind of file.";
+    QTest::newRow("truncated .ods")
+        << "cut.ods" << ods.left(ods.size() / 2)
+        << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+}
+
+void TestXCsvSelectionPage::damagedWorkbooksSayWhy()
+{
+    // The message names what is wrong, and the table read before stays.
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    answerOpenDialog(m_microbov);
+    clickButton(named<QPushButton>("inputBrowse"));
+    QPointer<XCsv> first = m_page->csv();
+    QVERIFY(first);
+    QFile file(path(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), qint64(content.size()));
+    file.close();
+    answerOpenDialog(path(name));
+    QString title, text;
+    whenModalOpens(messageBoxSeen(&title, &text));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(title, QStringLiteral("Error"));
+    QCOMPARE(text, message);
+    QCOMPARE(m_page->csv(), first.data());
     QVERIFY(m_page->isComplete());
 }
 
