@@ -48,6 +48,7 @@ private slots:
     void summaryWithStart();
     void resultEqualsWorkspaceSection();
     void outputWritesCoreOfPercent();
+    void workbookInAndOut_data();
     void workbookInAndOut();
     void semicolonTextAsComma();
     void clockSeedIsPrinted();
@@ -170,14 +171,25 @@ void TestVireonCli::outputWritesCoreOfPercent()
     QCOMPARE(written.rows(), result.entries().at(74).second.size() + 1);
 }
 
+void TestVireonCli::workbookInAndOut_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QByteArray>("magic");
+    QTest::newRow("xls") << ".xls" << QByteArray("\xd0\xcf\x11\xe0");
+    QTest::newRow("xlsx") << ".xlsx" << QByteArray("PK\x03\x04");
+}
+
 void TestVireonCli::workbookInAndOut()
 {
-    // The same analysis from a workbook gives the same result as from text.
+    // The same analysis from a workbook gives the same result as from text,
+    // and --output writes the kind of workbook its suffix names.
+    QFETCH(QString, suffix);
+    QFETCH(QByteArray, magic);
     const QString csv = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
-    const QString xls = m_dir->filePath(QStringLiteral("microbov.xls"));
+    const QString xls = m_dir->filePath(QStringLiteral("microbov") + suffix);
     XCsv table(csv);
     QVERIFY(XSpreadsheet::write(table, xls));
-    const QString core = m_dir->filePath(QStringLiteral("core.xls"));
+    const QString core = m_dir->filePath(QStringLiteral("core") + suffix);
     const QStringList common = {QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
                                 QStringLiteral("5"), QStringLiteral("--result")};
     const Outcome fromText = runCli(common + QStringList{csv});
@@ -186,6 +198,9 @@ void TestVireonCli::workbookInAndOut()
                                     QStringLiteral("40"), xls});
     QCOMPARE(fromBook.status, 0);
     QCOMPARE(fromBook.out, fromText.out);
+    QFile head(core);
+    QVERIFY(head.open(QIODevice::ReadOnly));
+    QCOMPARE(head.read(4), magic);
     QString error;
     QScopedPointer<XCsv> written(XSpreadsheet::read(core, &error));
     QVERIFY2(written, qPrintable(error));
