@@ -120,8 +120,12 @@ QVariant cellValue(QXmlStreamReader& xml)
         return stringValue.isNull() ? text : stringValue.toString();
     if (!number)
         return QVariant(); // date, time, boolean
+    // A number without its value is a formula never computed, as in .xlsx.
+    const QStringRef saved = a.value(officeNs, QLatin1String("value"));
+    if (saved.isEmpty())
+        return QString(QLatin1String(""));
     bool ok = false;
-    const double value = QLocale::c().toDouble(a.value(officeNs, QLatin1String("value")), &ok);
+    const double value = QLocale::c().toDouble(saved, &ok);
     return ok ? XSheetCells::numberCell(value) : QVariant();
 }
 

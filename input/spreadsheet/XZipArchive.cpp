@@ -6,13 +6,41 @@
 #include <quazipfile.h>
 #include <quazipfileinfo.h>
 
+#include <QBuffer>
 #include <QFile>
 
 #include <new>
 
-XZipArchive::XZipArchive(QString const& fileName)
-    : m_fileName(fileName), m_zip(new QuaZip(fileName))
+namespace {
+
+// A damaged directory points past the end of the archive; the zip library
+// then sees a failed seek, as from a file, without a warning on the
+// terminal for each.
+class ArchiveBytes : public QBuffer
 {
+public:
+    explicit ArchiveBytes(QByteArray* bytes) : QBuffer(bytes) {}
+    bool seek(qint64 pos) override { return pos >= 0 && pos <= size() && QBuffer::seek(pos); }
+};
+
+} // namespace
+
+XZipArchive::XZipArchive(QString const& fileName) : m_fileName(fileName)
+{
+    // The zip library reads its directory a few bytes at a time, seeking
+    // between them: from a file, a damaged directory full of tiny extra
+    // fields cost a system call per few bytes (seconds for a file of
+    // megabytes). From memory the same reading is a copy.
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    try {
+        m_bytes = file.readAll();
+    } catch (std::bad_alloc const&) {
+        return;
+    }
+    m_buffer = std::make_unique<ArchiveBytes>(&m_bytes);
+    m_zip = std::make_unique<QuaZip>(m_buffer.get());
     m_open = m_zip->open(QuaZip::mdUnzip);
 }
 

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class QBuffer;
 class QuaZip;
 
 // Reads the parts of a zipped workbook (.xlsx, .ods), each within
@@ -35,6 +36,8 @@ public:
 
 private:
     QString m_fileName;
+    QByteArray m_bytes;
+    std::unique_ptr<QBuffer> m_buffer;
     std::unique_ptr<QuaZip> m_zip;
     bool m_open = false;
 };

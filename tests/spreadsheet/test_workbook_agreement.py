@@ -529,6 +529,34 @@ class OdsFiles(unittest.TestCase):
             ],
         )
 
+    def test_formulas_give_their_saved_values(self):
+        # A formula gives the value saved with it; one never computed has
+        # none and is an empty cell, as in .xlsx.
+        table = (
+            '<table:table table:name="T"><table:table-row>%s%s%s</table:table-row>'
+            "<table:table-row>%s"
+            '<table:table-cell table:formula="of:=1+1" office:value-type="float" office:value="2">'
+            "<text:p>2</text:p></table:table-cell>"
+            '<table:table-cell table:formula="of:=A1" office:value-type="string" '
+            'office:string-value="x"><text:p>x</text:p></table:table-cell>'
+            "</table:table-row><table:table-row>%s"
+            '<table:table-cell table:formula="of:=B2*2" office:value-type="float"/>'
+            '<table:table-cell table:formula="of:=B2" office:value-type="float" office:value="3"/>'
+            "</table:table-row></table:table>"
+            % (ods_cell("Name"), ods_cell("M1"), ods_cell("M1"), ods_cell("A"), ods_cell("B"))
+        )
+        write_ods(self.path("formulas.ods"), table)
+        code, result = dump(self.path("formulas.ods"))
+        self.assertEqual(code, 0, result)
+        self.assertEqual(
+            result["rows"],
+            [
+                [["s", "Name"], ["s", "M1"], ["s", "M1"]],
+                [["s", "A"], ["i", 2], ["s", "x"]],
+                [["s", "B"], ["s", ""], ["i", 3]],
+            ],
+        )
+
     def test_repeated_content_past_the_largest_sheet(self):
         table = (
             '<table:table table:name="T"><table:table-row table:number-rows-repeated="2000000">'
