@@ -4,18 +4,34 @@
 
 Files as openpyxl and odfpy write them, and files assembled part by part
 with the helpers of tests/spreadsheet/test_workbook_agreement.py (inline
-strings, saved formula values, date styles, repeated ranges).
+strings, saved formula values, date styles, repeated ranges). Each also as
+its XML parts alone, separated by "<!--part-->", which the targets pack into
+an archive themselves (parts_*.xml): the worksheet, shared strings, styles
+and workbook of an .xlsx; the content and manifest of an .ods.
 """
 
 import datetime
 import os
 import sys
+import zipfile
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "tests", "spreadsheet"))
 
 import openpyxl  # noqa: E402
 import test_workbook_agreement as w  # noqa: E402
+
+
+SEPARATOR = b"<!--part-->"
+
+
+def write_parts(workbook, names, target):
+    """The named parts of a zipped workbook, as the targets' part inputs."""
+    with zipfile.ZipFile(workbook) as z:
+        present = {n.lower(): n for n in z.namelist()}
+        parts = [z.read(present[n.lower()]) if n.lower() in present else b"" for n in names]
+    with open(target, "wb") as f:
+        f.write(SEPARATOR.join(parts))
 
 
 def main(corpus):
@@ -70,6 +86,23 @@ def main(corpus):
         "</table:table>" % (w.ods_cell("Name"), w.ods_cell("A"))
     )
     w.write_ods(os.path.join(ods, "assembled.ods"), table)
+
+    xlsx_parts = [
+        "xl/worksheets/sheet1.xml",
+        "xl/sharedStrings.xml",
+        "xl/styles.xml",
+        "xl/workbook.xml",
+    ]
+    for name in ("openpyxl_table", "openpyxl", "assembled"):
+        write_parts(
+            os.path.join(xlsx, name + ".xlsx"), xlsx_parts, os.path.join(xlsx, "parts_%s.xml" % name)
+        )
+    for name in ("odfpy", "assembled"):
+        write_parts(
+            os.path.join(ods, name + ".ods"),
+            ["content.xml", "META-INF/manifest.xml"],
+            os.path.join(ods, "parts_%s.xml" % name),
+        )
 
 
 if __name__ == "__main__":
