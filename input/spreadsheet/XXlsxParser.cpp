@@ -5,7 +5,6 @@
 #include "XmlRoot.h"
 
 #include <QDir>
-#include <QFile>
 #include <QHash>
 #include <QLocale>
 #include <QVector>
@@ -45,18 +44,15 @@ bool endsType(Relationship const& r, char const* type)
 
 // A password-protected .xlsx is not a zip but a compound document that
 // holds the encrypted package.
-bool isEncryptedPackage(QString const& fileName)
+bool isEncryptedPackage(QByteArray const& file)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
     static const QByteArray compoundMagic("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8);
-    if (file.read(8) != compoundMagic)
+    if (!file.startsWith(compoundMagic))
         return false;
     QByteArray name;
     for (char c : QByteArray("EncryptedPackage"))
         name.append(c).append('\0');
-    return file.readAll().contains(name);
+    return file.contains(name);
 }
 
 // The zero-based row and column of a reference such as "AB12"; false when
@@ -93,10 +89,13 @@ class Reading
 public:
     explicit Reading(QString const& fileName) : m_zip(fileName) {}
 
-    XWorkbookContent run(QString const& fileName);
+    XWorkbookContent run();
 
 private:
-    bool part(QString const& name, QByteArray* bytes, bool optional = false);
+    // Unpacks a part; a missing part fails with ifMissing, or is empty when
+    // that is Read.
+    bool part(QString const& name, QByteArray* bytes,
+              XWorkbookContent::Code ifMissing = XWorkbookContent::Unreadable);
     bool relationships(QString const& part, QList<Relationship>* out);
     bool firstWorksheet(QString const& workbook, QString* sheet);
     bool sharedStrings(QString const& name);
@@ -119,13 +118,13 @@ private:
     QVector<bool> m_dateStyles;
 };
 
-bool Reading::part(QString const& name, QByteArray* bytes, bool optional)
+bool Reading::part(QString const& name, QByteArray* bytes, XWorkbookContent::Code ifMissing)
 {
     switch (m_zip.read(name, bytes)) {
     case XZipArchive::Status::Read:
         return true;
     case XZipArchive::Status::Missing:
-        return optional || fail(XWorkbookContent::Unreadable);
+        return ifMissing == XWorkbookContent::Read || fail(ifMissing);
     case XZipArchive::Status::Encrypted:
         return fail(XWorkbookContent::Encrypted);
     case XZipArchive::Status::Oversized:
@@ -139,7 +138,7 @@ bool Reading::part(QString const& name, QByteArray* bytes, bool optional)
 bool Reading::relationships(QString const& source, QList<Relationship>* out)
 {
     QByteArray bytes;
-    if (!part(relationshipsPath(source), &bytes, true))
+    if (!part(relationshipsPath(source), &bytes, XWorkbookContent::Read))
         return false;
     if (bytes.isEmpty())
         return true;
@@ -164,7 +163,8 @@ bool Reading::firstWorksheet(QString const& workbook, QString* sheet)
 {
     QByteArray bytes;
     QList<Relationship> links;
-    if (!part(workbook, &bytes) || !relationships(workbook, &links))
+    // A zip archive without a workbook is some other kind of file.
+    if (!part(workbook, &bytes, XWorkbookContent::NotWorkbook) || !relationships(workbook, &links))
         return false;
     // Only the first list of strings and of styles counts: a damaged file
     // that named one part a thousand times would unpack it a thousand times.
@@ -362,11 +362,11 @@ bool Reading::sheet(QString const& name, XSheetCells& cells)
     return !xml.hasError() || fail(XWorkbookContent::Unreadable);
 }
 
-XWorkbookContent Reading::run(QString const& fileName)
+XWorkbookContent Reading::run()
 {
     if (!m_zip.isOpen()) {
         m_failure.code =
-            isEncryptedPackage(fileName) ? XWorkbookContent::Encrypted : m_zip.openFailure();
+            isEncryptedPackage(m_zip.bytes()) ? XWorkbookContent::Encrypted : m_zip.openFailure();
         return m_failure;
     }
     QList<Relationship> package;
@@ -376,12 +376,6 @@ XWorkbookContent Reading::run(QString const& fileName)
     for (Relationship const& link : package) {
         if (endsType(link, "officeDocument"))
             workbook = link.target;
-    }
-    // A zip archive without a workbook is some other kind of file.
-    QByteArray probe;
-    if (m_zip.read(workbook, &probe) == XZipArchive::Status::Missing) {
-        m_failure.code = XWorkbookContent::NotWorkbook;
-        return m_failure;
     }
     QString name;
     XSheetCells cells;
@@ -421,5 +415,5 @@ bool XXlsxParser::isDateFormat(int id, QString const& code)
 XWorkbookContent XXlsxParser::parse(QString const& fileName)
 {
     Reading reading(fileName);
-    return reading.run(fileName);
+    return reading.run();
 }

@@ -25,7 +25,7 @@ public:
 
 } // namespace
 
-XZipArchive::XZipArchive(QString const& fileName) : m_fileName(fileName)
+XZipArchive::XZipArchive(QString const& fileName)
 {
     // The zip library reads its directory a few bytes at a time, seeking
     // between them: from a file, a damaged directory full of tiny extra
@@ -39,6 +39,7 @@ XZipArchive::XZipArchive(QString const& fileName) : m_fileName(fileName)
     } catch (std::bad_alloc const&) {
         return;
     }
+    m_readable = true;
     m_buffer = std::make_unique<ArchiveBytes>(&m_bytes);
     m_zip = std::make_unique<QuaZip>(m_buffer.get());
     m_open = m_zip->open(QuaZip::mdUnzip);
@@ -46,15 +47,13 @@ XZipArchive::XZipArchive(QString const& fileName) : m_fileName(fileName)
 
 XWorkbookContent::Code XZipArchive::openFailure() const
 {
-    QFile file(m_fileName);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!m_readable)
         return XWorkbookContent::Unreadable;
-    const QByteArray head = file.read(4);
-    if (head.isEmpty())
+    if (m_bytes.isEmpty())
         return XWorkbookContent::EmptyFile;
     // Every zip archive starts with a local header or, when empty, with the
     // end of its directory.
-    return head.startsWith("PK") ? XWorkbookContent::Unreadable : XWorkbookContent::NotWorkbook;
+    return m_bytes.startsWith("PK") ? XWorkbookContent::Unreadable : XWorkbookContent::NotWorkbook;
 }
 
 XZipArchive::~XZipArchive() = default;

@@ -26,6 +26,8 @@ public:
 
     // Whether the file is a zip archive whose directory could be read.
     bool isOpen() const { return m_open; }
+    // The whole file as read (empty when it could not be read).
+    QByteArray const& bytes() const { return m_bytes; }
     // Why it is not: EmptyFile, Unreadable for a zip archive that is
     // damaged or cut short, NotWorkbook for a file of another kind.
     XWorkbookContent::Code openFailure() const;
@@ -35,9 +37,9 @@ public:
     Status read(QString const& name, QByteArray* bytes);
 
 private:
-    QString m_fileName;
     QByteArray m_bytes;
     std::unique_ptr<QBuffer> m_buffer;
     std::unique_ptr<QuaZip> m_zip;
+    bool m_readable = false;
     bool m_open = false;
 };
