@@ -1,9 +1,12 @@
 #include "TextFile.h"
 
+#include "TableMemory.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
@@ -67,29 +70,126 @@ QString TextFile::problem(QString const& path)
     return problemOf(info);
 }
 
-QString TextFile::decode(QByteArray const& bytes, Encoding* encoding)
+QString TextFile::encodingNote(Encoding encoding)
+{
+    switch (encoding) {
+    case Encoding::Windows1252:
+        return windows1252Note();
+    case Encoding::Utf16LeUnmarked:
+        return tr("This file is UTF-16 (little-endian) without a byte-order mark; it was read "
+                  "that way.");
+    case Encoding::Utf16BeUnmarked:
+        return tr("This file is UTF-16 (big-endian) without a byte-order mark; it was read that "
+                  "way.");
+    case Encoding::Utf32LeUnmarked:
+        return tr("This file is UTF-32 (little-endian) without a byte-order mark; it was read "
+                  "that way.");
+    case Encoding::Utf32BeUnmarked:
+        return tr("This file is UTF-32 (big-endian) without a byte-order mark; it was read that "
+                  "way.");
+    default:
+        return QString();
+    }
+}
+
+namespace {
+
+struct Unmarked
+{
+    TextFile::Encoding encoding;
+    char const* codec;
+    char const* name;
+};
+
+// Where the NUL bytes of a sample stand tells UTF-16 and UTF-32 without a
+// byte-order mark: in mostly-ASCII text every character's high bytes are 0.
+// Null when the pattern is none of the four.
+Unmarked const* unmarkedKind(QByteArray const& bytes)
+{
+    static const Unmarked kinds[] = {
+        {TextFile::Encoding::Utf32LeUnmarked, "UTF-32LE", "UTF-32 (little-endian)"},
+        {TextFile::Encoding::Utf32BeUnmarked, "UTF-32BE", "UTF-32 (big-endian)"},
+        {TextFile::Encoding::Utf16LeUnmarked, "UTF-16LE", "UTF-16 (little-endian)"},
+        {TextFile::Encoding::Utf16BeUnmarked, "UTF-16BE", "UTF-16 (big-endian)"},
+    };
+    const int sample = int(std::min<qint64>(bytes.size(), 65536)) & ~3;
+    qint64 zeros[4] = {0, 0, 0, 0};
+    for (int i = 0; i < sample; ++i)
+        zeros[i % 4] += bytes.at(i) == '\0';
+    const qint64 each = sample / 4;
+    if (each == 0)
+        return nullptr;
+    // High bytes are 0 for every Latin letter, digit and separator, so at
+    // least half of them even in a table of other scripts' names; low bytes
+    // are 0 only for the rare characters U+xx00.
+    auto mostly = [each](qint64 n) { return n * 2 >= each; };
+    auto seldom = [each](qint64 n) { return n * 10 <= each; };
+    // UTF-32 keeps its top byte 0 always, the next one below U+10000.
+    if (zeros[3] == each && mostly(zeros[2]) && seldom(zeros[0]))
+        return &kinds[0];
+    if (zeros[0] == each && mostly(zeros[1]) && seldom(zeros[3]))
+        return &kinds[1];
+    if (mostly(zeros[1]) && mostly(zeros[3]) && seldom(zeros[0]) && seldom(zeros[2]))
+        return &kinds[2];
+    if (mostly(zeros[0]) && mostly(zeros[2]) && seldom(zeros[1]) && seldom(zeros[3]))
+        return &kinds[3];
+    return nullptr;
+}
+
+// Old Mac text: carriage returns alone end its lines.
+void readReturnsAsLineEnds(QString& text)
+{
+    if (!text.contains(QLatin1Char('\n')) && text.contains(QLatin1Char('\r')))
+        text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
+bool failed(QString* error, QString const& why)
+{
+    if (error)
+        *error = why;
+    return false;
+}
+
+} // namespace
+
+bool TextFile::decode(QByteArray const& bytes, QString* text, QString* error, Encoding* encoding)
 {
     QTextCodec* utf8 = QTextCodec::codecForName("UTF-8");
     QTextCodec* codec = QTextCodec::codecForUtfText(bytes, utf8);
     Encoding found = Encoding::Utf8;
     if (codec != utf8) {
-        found = codec->mibEnum() == 106 ? Encoding::Utf8 : Encoding::Utf16;
-        if (encoding)
-            *encoding = found;
         // The byte-order mark itself is dropped by the codec.
-        return codec->toUnicode(bytes);
+        const int mib = codec->mibEnum();
+        found = mib == 106 ? Encoding::Utf8
+                           : (mib >= 1017 && mib <= 1019 ? Encoding::Utf32 : Encoding::Utf16);
+        *text = codec->toUnicode(bytes);
+    } else if (bytes.contains('\0')) {
+        Unmarked const* kind = unmarkedKind(bytes);
+        if (!kind)
+            return failed(error, tr("is not a text file: it holds NUL bytes"));
+        QTextCodec::ConverterState state;
+        *text = QTextCodec::codecForName(kind->codec)
+                    ->toUnicode(bytes.constData(), bytes.size(), &state);
+        // A byte left over, a code point past U+10FFFF, a lone surrogate.
+        if (state.invalidChars > 0 || state.remainingChars > 0 || !text->isValidUtf16())
+            return failed(error, tr("looks like %1 without a byte-order mark, but is not valid "
+                                    "%1")
+                                     .arg(QLatin1String(kind->name)));
+        found = kind->encoding;
+    } else {
+        QTextCodec::ConverterState state;
+        *text = utf8->toUnicode(bytes.constData(), bytes.size(), &state);
+        if (state.invalidChars > 0 || state.remainingChars > 0) {
+            found = Encoding::Windows1252;
+            *text = QTextCodec::codecForName("Windows-1252")->toUnicode(bytes);
+        } else if (text->startsWith(QChar(0xFEFF))) {
+            text->remove(0, 1);
+        }
     }
-    QTextCodec::ConverterState state;
-    QString text = utf8->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0) {
-        found = Encoding::Windows1252;
-        text = QTextCodec::codecForName("Windows-1252")->toUnicode(bytes);
-    } else if (text.startsWith(QChar(0xFEFF))) {
-        text.remove(0, 1);
-    }
+    readReturnsAsLineEnds(*text);
     if (encoding)
         *encoding = found;
-    return text;
+    return true;
 }
 
 bool TextFile::read(QString const& path, QString* text, QString* error, Encoding* encoding)
@@ -135,7 +235,14 @@ bool TextFile::read(QString const& path, QString* text, QString* error, Encoding
                 *error = tr("cannot be read");
             return false;
         }
-        *text = decode(bytes, encoding);
+        const QString tooMuch = TableMemory::problem(TableMemory::estimate(bytes));
+        if (!tooMuch.isEmpty()) {
+            if (error)
+                *error = tooMuch;
+            return false;
+        }
+        if (!decode(bytes, text, error, encoding))
+            return false;
     } catch (std::bad_alloc const&) {
         if (error)
             *error = tr("is too large to read in the memory available");

@@ -74,10 +74,16 @@ bool XCsv::isRectangular() const
     return true;
 }
 
+int XCsv::lineOf(int row) const
+{
+    return row >= 0 && row < m_lines.size() ? m_lines.at(row) : row + 1;
+}
+
 bool XCsv::addRow(int const& index, QString const& label, QVariant const& fill)
 {
     if (index < 0 || index > rows())
         return false;
+    m_lines.clear();
     Row row;
     row.reserve(qMax(m_columns, 1));
     row << QVariant(label);
@@ -91,6 +97,7 @@ bool XCsv::removeRow(int const& index)
 {
     if (index < 0 || index >= rows())
         return false;
+    m_lines.clear();
     m_data.removeAt(index);
     return true;
 }
@@ -183,6 +190,9 @@ void XCsv::read(QString const& text, QChar separator)
 {
     m_columns = 0;
     m_leftOut.clear();
+    // Line numbers stay true only for a table read from this text alone.
+    if (m_lines.size() != m_data.size())
+        m_lines.clear();
     TextLines lines(text);
     QStringRef line;
     int number = 0;
@@ -213,6 +223,8 @@ void XCsv::read(QString const& text, QChar separator)
             row << QVariant(value.toString());
         }
         m_data << row;
+        if (m_lines.size() + 1 == m_data.size())
+            m_lines << number;
     }
 }
 

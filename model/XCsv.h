@@ -5,6 +5,7 @@
 #include <QList>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 // A table of accessions. Row 0 holds the column headers (the corner cell
 // first), column 0 holds the row labels; both are part of the grid, so
@@ -55,6 +56,10 @@ public:
     // Line numbers (from 1) of the non-blank lines that reading text left out
     // because their number of fields differs from the header row's.
     QList<int> const& leftOutLines() const { return m_leftOut; }
+    // The line (from 1) of the text a row was read from, so that messages
+    // about a row can name the line of its file; row + 1 for a table not
+    // read from text, or once rows have been added or removed.
+    int lineOf(int row) const;
 
     bool addRow(int const& index, QString const& label, QVariant const& fill);
     bool removeRow(int const& index);
@@ -73,4 +78,5 @@ private:
     Grid m_data;
     int m_columns = 0;
     QList<int> m_leftOut;
+    QVector<int> m_lines;
 };

@@ -94,7 +94,12 @@ void XResult::fromString(QString& text)
 {
     TextLines lines(text);
     QStringRef line;
+    int number = 0;
+    // Line numbers stay true only for a result read from this text alone.
+    if (m_lines.size() != m_entries.size())
+        m_lines.clear();
     while (lines.next(line)) {
+        ++number;
         line = line.trimmed();
         if (line.isEmpty())
             continue;
@@ -102,14 +107,18 @@ void XResult::fromString(QString& text)
         QList<int> rows;
         rows.reserve(parts.size() - 1);
         bool ok = true;
+        bool damaged = false;
         for (int p = 0; p + 1 < parts.size(); ++p) {
             rows << strictToInt(parts.at(p), &ok);
-            if (!ok)
-                m_wellFormed = false;
+            damaged = damaged || !ok;
         }
         const int count = strictToInt(parts.last(), &ok);
-        if (!ok || count < 0)
-            m_wellFormed = false;
+        if (damaged || !ok || count < 0) {
+            if (m_damagedLine == 0)
+                m_damagedLine = number;
+        }
         m_entries << Entry(count, rows);
+        if (m_lines.size() + 1 == m_entries.size())
+            m_lines << number;
     }
 }

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QMap>
 #include <QPair>
+#include <QVector>
 
 class XCsv;
 
@@ -44,7 +45,13 @@ public:
     // False once the text form held a part that is not a whole number or a
     // negative allele count: no search writes such a line, so the text is
     // damaged. (A row may stand twice in one core: swaps can bring it back.)
-    bool isWellFormed() const { return m_wellFormed; }
+    bool isWellFormed() const { return m_damagedLine == 0; }
+    // The first line (from 1) of the text form that made the result damaged;
+    // 0 while it is well formed.
+    int damagedLine() const { return m_damagedLine; }
+    // The line (from 1) of the text form entry i (from 0) was read from;
+    // i + 1 for entries not read from text.
+    int lineOf(int i) const { return i >= 0 && i < m_lines.size() ? m_lines.at(i) : i + 1; }
 
     QString toString() const override;
     // Appends the entries read from the text form.
@@ -56,5 +63,6 @@ private:
     Entries m_entries;
     QMap<int, XCsv*> m_cache;
     QList<int> m_lowerBounds;
-    bool m_wellFormed = true;
+    int m_damagedLine = 0;
+    QVector<int> m_lines;
 };

@@ -14,6 +14,12 @@ public:
     // device", ...). A target that exists and is not a regular file is
     // refused and left as it is.
     static bool write(QString const& fileName, QByteArray const& bytes, QString* error = nullptr);
+    // Why fileName cannot be written, found without writing anything, so
+    // that work is not done for an output that would then fail: the folder
+    // is missing, is not a folder or cannot be written to, or the target is a
+    // folder or not a regular file. Empty when a write may succeed (a full
+    // disk shows only when writing).
+    static QString targetProblem(QString const& fileName);
     // The text as UTF-8.
     static bool writeText(QString const& fileName, QString const& text, QString* error = nullptr);
 };

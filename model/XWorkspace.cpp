@@ -6,6 +6,7 @@
 #include "XCsv.h"
 #include "XResult.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace {
@@ -22,13 +23,15 @@ const QString budgetKey = QStringLiteral("Budget");
 const QString secondsKey = QStringLiteral("Seconds");
 const QLatin1String sectionEnd("#");
 
-// Collects the lines up to the next "#" line, each with its line end.
-// Returns false when the text ends first: the section is incomplete.
-bool readSection(TextLines& lines, QString& buffer)
+// Collects the lines up to the next "#" line, each with its line end, and
+// counts them in *number. Returns false when the text ends first: the
+// section is incomplete.
+bool readSection(TextLines& lines, QString& buffer, int* number)
 {
     buffer.clear();
     QStringRef line;
     while (lines.next(line)) {
+        ++*number;
         if (line == sectionEnd)
             return true;
         buffer += line;
@@ -48,11 +51,27 @@ bool onlyBlankLinesLeft(TextLines lines)
     return true;
 }
 
-// A table the views can show: a label column, at least one allele column,
-// and every row as wide as the header row.
-bool isWhole(XCsv const& table)
+QString tr(char const* text)
 {
-    return table.columns() >= 2 && table.isRectangular();
+    return QCoreApplication::translate("XWorkspace", text);
+}
+
+// A table the views can show: a label column, at least one allele column,
+// and every line as wide as the header row. `first` is the line of the
+// workspace text on which the table's section begins.
+QString tableProblem(XCsv const& table, int first)
+{
+    auto line = [&table, first](int row) { return first + table.lineOf(row) - 1; };
+    const QString ragged = tr("the number of fields differs from the header row's");
+    if (!table.leftOutLines().isEmpty())
+        return XWorkspace::atLine(first + table.leftOutLines().constFirst() - 1, ragged);
+    if (table.columns() < 2)
+        return XWorkspace::atLine(first, tr("the table has no allele columns"));
+    for (int r = 0; r < table.rows(); ++r) {
+        if (table.at(r).size() != table.columns())
+            return XWorkspace::atLine(line(r), ragged);
+    }
+    return QString();
 }
 
 } // namespace
@@ -153,26 +172,55 @@ void XWorkspace::setSlider(int const& value)
     m_settings.insert(sliderKey, value);
 }
 
-bool XWorkspace::isComplete() const
+QString XWorkspace::atLine(int line, QString const& what)
 {
-    if (!m_csv || !m_result || m_csv->rows() < 2 || !isWhole(*m_csv))
-        return false;
-    if (hasSource() != (m_src != nullptr))
-        return false;
-    if (m_src && (!isWhole(*m_src) || m_src->at(0) != m_csv->at(0)))
-        return false;
-    if (m_cutOff || !m_result->isWellFormed() || m_result->entries().size() != 100)
-        return false;
-    for (XResult::Entry const& entry : m_result->entries()) {
+    return line > 0 ? tr("line %1: %2").arg(line).arg(what) : what;
+}
+
+QString XWorkspace::problem() const
+{
+    if (!m_csv || !m_result || m_cutOff || hasSource() != (m_src != nullptr))
+        return tr("it does not hold a whole analysis");
+    QString table = tableProblem(*m_csv, m_lines.input);
+    if (!table.isEmpty())
+        return table;
+    const int accessions = m_csv->rows() - 1;
+    if (accessions < 1)
+        return atLine(m_lines.input, tr("the input table has no accessions"));
+    if (m_src) {
+        table = tableProblem(*m_src, m_lines.start);
+        if (!table.isEmpty())
+            return table;
+        if (m_src->at(0) != m_csv->at(0))
+            return atLine(m_lines.start + m_src->lineOf(0) - 1,
+                          tr("the starting collection's header row differs from the input "
+                             "table's"));
+    }
+    auto line = [this](int entry) { return m_lines.result + m_result->lineOf(entry) - 1; };
+    if (!m_result->isWellFormed())
+        return atLine(m_lines.result + m_result->damagedLine() - 1,
+                      tr("a result line holds something other than row numbers and an allele "
+                         "count of 0 or more"));
+    XResult::Entries const& entries = m_result->entries();
+    if (entries.size() != 100)
+        return atLine(m_lines.result,
+                      tr("the result has %1 lines, and a search writes 100").arg(entries.size()));
+    for (int i = 0; i < entries.size(); ++i) {
+        QList<int> const& rows = entries.at(i).second;
         // A core of k rows is drawn from k distinct rows of the table.
-        if (entry.second.size() >= m_csv->rows())
-            return false;
-        for (int row : entry.second) {
-            if (row < 1 || row >= m_csv->rows())
-                return false;
+        if (rows.size() > accessions)
+            return atLine(line(i), tr("the core lists %1 accessions, and the input table has %2")
+                                       .arg(rows.size())
+                                       .arg(accessions));
+        for (int row : rows) {
+            if (row < 1 || row > accessions)
+                return atLine(line(i),
+                              tr("row %1 is not an accession of the input table, which has %2")
+                                  .arg(row)
+                                  .arg(accessions));
         }
     }
-    return true;
+    return QString();
 }
 
 QString XWorkspace::toString() const
@@ -196,6 +244,7 @@ void XWorkspace::fromString(QString& text)
     TextLines lines(text);
     QString buffer;
     QStringRef line;
+    int number = 0;
     // The text may hold several workspaces one after the other; each later
     // one merges its settings and replaces the objects. A section cut off by
     // the end of the text ends the reading: nothing is made of it.
@@ -207,6 +256,7 @@ void XWorkspace::fromString(QString& text)
         m_cutOff = true;
         bool closed = false;
         while (lines.next(line)) {
+            ++number;
             if (line == sectionEnd) {
                 closed = true;
                 break;
@@ -216,9 +266,14 @@ void XWorkspace::fromString(QString& text)
                 continue; // empty, or not a setting at all
             const int eq2 = line.indexOf(QLatin1Char('='), eq + 1);
             const QStringRef value = eq2 < 0 ? line.mid(eq + 1) : line.mid(eq + 1, eq2 - eq - 1);
-            m_settings.insert(line.left(eq).trimmed().toString(), value.trimmed().toString());
+            const QString name = line.left(eq).trimmed().toString();
+            m_settings.insert(name, value.trimmed().toString());
+            m_lines.settings.insert(name, number);
         }
-        if (!closed || !readSection(lines, buffer))
+        if (!closed)
+            return;
+        m_lines.input = number + 1;
+        if (!readSection(lines, buffer, &number))
             return;
 
         // The old result refers to the old tables, so all three go together.
@@ -227,14 +282,18 @@ void XWorkspace::fromString(QString& text)
         delete m_csv;
         m_result = nullptr;
         m_src = nullptr;
+        m_lines.start = 0;
+        m_lines.result = 0;
         m_csv = new XCsv(buffer);
 
         if (hasSource()) {
-            if (!readSection(lines, buffer))
+            m_lines.start = number + 1;
+            if (!readSection(lines, buffer, &number))
                 return;
             m_src = new XCsv(buffer);
         }
-        if (!readSection(lines, buffer))
+        m_lines.result = number + 1;
+        if (!readSection(lines, buffer, &number))
             return;
         m_result = new XResult(buffer, m_csv, m_src);
         if (m_settings.contains(boundsKey)) {

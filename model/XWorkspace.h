@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AnalysisInputs.h"
 #include "XFile.h"
 
 #include <QMap>
@@ -33,6 +34,11 @@ public:
     QString savePath() const { return m_savePath; }
     void setSavePath(QString const& path) { m_savePath = path; }
     QMap<QString, QVariant> const& settings() const { return m_settings; }
+    // The files the analysis was read from, which no save or export may
+    // replace; empty for one read from a workspace file or built by hand.
+    // Not part of the text form.
+    AnalysisInputs const& inputs() const { return m_inputs; }
+    void setInputs(AnalysisInputs const& inputs) { m_inputs = inputs; }
 
     // The search that made the result and the settings it ran with, kept in
     // the settings section so that a run can be told and repeated later.
@@ -48,11 +54,30 @@ public:
     double seconds() const;
 
     // Whether this holds a whole analysis that can be shown: an input table
-    // with a header row and at least one data row, every row as wide as the
+    // with a header row and at least one data row, every line as wide as the
     // header; a starting collection exactly when hasSource(), with the same
     // header row; a result of 100 well-formed entries naming only data rows;
     // and nothing but blank lines after the last whole workspace in the text.
-    bool isComplete() const;
+    bool isComplete() const { return problem().isEmpty(); }
+    // Why isComplete() is false, for the user: "it does not hold a whole
+    // analysis", or what is wrong on which line of the text ("line 12: ...");
+    // empty when it is true. Whether a search could have written the result
+    // is a question for XWorkspaceCheck, which knows the searches.
+    QString problem() const;
+
+    // Where the last workspace read from text stands in it: the line (from
+    // 1) of each setting and the first line of each section; 0 for what was
+    // not read. Not part of the text form.
+    struct Lines
+    {
+        QMap<QString, int> settings;
+        int input = 0;
+        int start = 0;
+        int result = 0;
+    };
+    Lines const& lines() const { return m_lines; }
+    // "line 12: what" for a line read; just what for line 0.
+    static QString atLine(int line, QString const& what);
 
     QString toString() const override;
     void fromString(QString& text) override;
@@ -64,6 +89,8 @@ private:
     XCsv* m_src = nullptr;
     XResult* m_result = nullptr;
     QString m_savePath;
+    AnalysisInputs m_inputs;
     QMap<QString, QVariant> m_settings;
     bool m_cutOff = false;
+    Lines m_lines;
 };

@@ -26,6 +26,14 @@ private slots:
     void tooLargeRefusedBeforeReading();
     void atTheLimitRead();
     void shortContentNeverTakenForName();
+    void utf32WithByteOrderMark();
+    void unmarkedUtf16And32_data();
+    void unmarkedUtf16And32();
+    void unmarkedButInvalidRefused();
+    void nulBytesRefused();
+    void oldMacLineEnds_data();
+    void oldMacLineEnds();
+    void commasRefusedBeforeDecoding();
 
 private:
     QString write(QString const& name, QByteArray const& bytes);
@@ -164,6 +172,130 @@ void TestTextFile::shortContentNeverTakenForName()
     QString text;
     QVERIFY(TextFile::read(write("a.csv", other.toUtf8()), &text, nullptr));
     QCOMPARE(text, other);
+}
+
+void TestTextFile::utf32WithByteOrderMark()
+{
+    QString text;
+    TextFile::Encoding encoding = TextFile::Encoding::Utf8;
+    QVERIFY(TextFile::read(write("a.csv", QByteArray("\xff\xfe\0\0N\0\0\0,\0\0\0M\0\0\0", 16)),
+                           &text, nullptr, &encoding));
+    QCOMPARE(text, QStringLiteral("N,M"));
+    QCOMPARE(encoding, TextFile::Encoding::Utf32);
+    QCOMPARE(TextFile::encodingNote(encoding), QString());
+}
+
+void TestTextFile::unmarkedUtf16And32_data()
+{
+    QTest::addColumn<QByteArray>("codec");
+    QTest::addColumn<int>("encoding");
+    QTest::addColumn<QString>("note");
+    QTest::newRow("UTF-16LE") << QByteArray("UTF-16LE") << int(TextFile::Encoding::Utf16LeUnmarked)
+                              << "This file is UTF-16 (little-endian) without a byte-order mark; "
+                                 "it was read that way.";
+    QTest::newRow("UTF-16BE") << QByteArray("UTF-16BE") << int(TextFile::Encoding::Utf16BeUnmarked)
+                              << "This file is UTF-16 (big-endian) without a byte-order mark; it "
+                                 "was read that way.";
+    QTest::newRow("UTF-32LE") << QByteArray("UTF-32LE") << int(TextFile::Encoding::Utf32LeUnmarked)
+                              << "This file is UTF-32 (little-endian) without a byte-order mark; "
+                                 "it was read that way.";
+    QTest::newRow("UTF-32BE") << QByteArray("UTF-32BE") << int(TextFile::Encoding::Utf32BeUnmarked)
+                              << "This file is UTF-32 (big-endian) without a byte-order mark; it "
+                                 "was read that way.";
+}
+
+void TestTextFile::unmarkedUtf16And32()
+{
+    QFETCH(QByteArray, codec);
+    QFETCH(int, encoding);
+    QFETCH(QString, note);
+    // Letters beyond ASCII, one beyond the first plane too.
+    const QString table = QStringLiteral("Name,M,M\nB\u00e9tail \u65e5\U0001F404,1,2\n");
+    // Packed by hand: no byte-order mark, and each unit in the order named.
+    QByteArray bytes;
+    const bool bigEndian = codec.endsWith("BE");
+    auto put = [&bytes, bigEndian](quint32 unit, int size) {
+        for (int i = 0; i < size; ++i)
+            bytes += char((unit >> (8 * (bigEndian ? size - 1 - i : i))) & 0xff);
+    };
+    if (codec.startsWith("UTF-16")) {
+        for (QChar const c : table)
+            put(c.unicode(), 2);
+    } else {
+        for (uint const u : table.toUcs4())
+            put(u, 4);
+    }
+    QString text;
+    QString error;
+    TextFile::Encoding found = TextFile::Encoding::Utf8;
+    QVERIFY2(TextFile::decode(bytes, &text, &error, &found), qPrintable(error));
+    QCOMPARE(text, table);
+    QCOMPARE(int(found), encoding);
+    QCOMPARE(TextFile::encodingNote(found), note);
+}
+
+void TestTextFile::unmarkedButInvalidRefused()
+{
+    // UTF-16LE's pattern, but a surrogate without its pair.
+    QByteArray bytes = QByteArray("N\0a\0m\0e\0,\0M\0\n\0A\0,\0001\0\n\0", 22).repeated(10);
+    bytes += QByteArray("B\0,\0\x00\xd8\n\0", 8);
+    QString text;
+    QString error;
+    QVERIFY(!TextFile::decode(bytes, &text, &error));
+    QCOMPARE(error, QStringLiteral("looks like UTF-16 (little-endian) without a byte-order mark, "
+                                   "but is not valid UTF-16 (little-endian)"));
+    // A byte left over.
+    const QByteArray lines = QByteArray("\0N\0,\0M\0\n\0A\0,\0001\0\n", 16).repeated(10);
+    QVERIFY(!TextFile::decode(lines + '\0', &text, &error));
+    QCOMPARE(error, QStringLiteral("looks like UTF-16 (big-endian) without a byte-order mark, but "
+                                   "is not valid UTF-16 (big-endian)"));
+    QVERIFY(TextFile::decode(lines, &text, &error));
+    // A code point past U+10FFFF.
+    QByteArray wide = QByteArray("N\0\0\0,\0\0\0M\0\0\0\n\0\0\0", 16).repeated(10);
+    wide += QByteArray("\0\0\x11\0", 4);
+    QVERIFY(!TextFile::decode(wide, &text, &error));
+    QCOMPARE(error, QStringLiteral("looks like UTF-32 (little-endian) without a byte-order mark, "
+                                   "but is not valid UTF-32 (little-endian)"));
+}
+
+void TestTextFile::nulBytesRefused()
+{
+    QString text;
+    QString error;
+    QVERIFY(!TextFile::read(write("a.csv", QByteArray("Name,M\nA,1\0\nB,2\n", 17)), &text, &error));
+    QCOMPARE(error, QStringLiteral("is not a text file: it holds NUL bytes"));
+}
+
+void TestTextFile::oldMacLineEnds_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("returns alone") << QByteArray("N,M\rA,1\rB,2\r") << "N,M\nA,1\nB,2\n";
+    QTest::newRow("two returns: an empty line") << QByteArray("N,M\r\rA,1") << "N,M\n\nA,1";
+    QTest::newRow("line feeds keep returns") << QByteArray("N,M\r\nA\rX,1\n") << "N,M\r\nA\rX,1\n";
+    QTest::newRow("Windows-1252 too") << QByteArray("N,M\rB\xe9tail,1") << "N,M\nB\u00e9tail,1";
+}
+
+void TestTextFile::oldMacLineEnds()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, text);
+    QString read;
+    QVERIFY(TextFile::read(write("a.csv", bytes), &read, nullptr));
+    QCOMPARE(read, text);
+}
+
+void TestTextFile::commasRefusedBeforeDecoding()
+{
+    // 64 MB of commas: 67 million empty fields, each of which would be a cell.
+    const QString path = write("commas.csv", QByteArray(64 << 20, ','));
+    QString text;
+    QString error;
+    QVERIFY(!TextFile::read(path, &text, &error));
+    QCOMPARE(error, QStringLiteral("is too large to read: its 64.0 MB hold 67,108,865 fields, "
+                                   "which would take about 3.7 GB of memory, and Vireon reads "
+                                   "tables of up to 2.0 GB"));
+    QVERIFY(text.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestTextFile)

@@ -70,6 +70,7 @@ private slots:
     void commaTextUnchangedByFromText();
     void separatorNotes();
     void nameOrTextStaysComma();
+    void linesOfRowsKept();
 
 private:
     QString writeFile(QString const& name, QByteArray const& content);
@@ -715,6 +716,22 @@ void TestXCsv::nameOrTextStaysComma()
     XCsv table(QStringLiteral("a;b\n1;2\n"));
     QCOMPARE(table.columns(), 0);
     QCOMPARE(gridText(table), QStringList({"s:a;b", "s:1;2"}));
+}
+
+void TestXCsv::linesOfRowsKept()
+{
+    // Blank and left-out lines are counted, so a row names its own line.
+    XCsv table(QStringLiteral("Name,M\n\nA,1\nB,2,3\nC,3\n"));
+    QCOMPARE(table.rows(), 3);
+    QCOMPARE(table.lineOf(0), 1);
+    QCOMPARE(table.lineOf(1), 3);
+    QCOMPARE(table.lineOf(2), 5);
+    QCOMPARE(table.leftOutLines(), QList<int>{4});
+    // Once rows move, only their places are known.
+    QVERIFY(table.removeRow(1));
+    QCOMPARE(table.lineOf(1), 2);
+    XCsv grid(XCsv::Grid{{"Name", "M"}, {"A", 1}});
+    QCOMPARE(grid.lineOf(1), 2);
 }
 
 QTEST_GUILESS_MAIN(TestXCsv)

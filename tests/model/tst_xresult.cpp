@@ -43,6 +43,7 @@ private slots:
     void readLines_data();
     void readLines();
     void blankLinesSkipped();
+    void linesOfEntriesKept();
     void readAppendsAndShortTexts();
     void readFromFile();
     void roundTrip();
@@ -131,6 +132,25 @@ void TestXResult::blankLinesSkipped()
     QCOMPARE(result.entries().size(), 2);
     QCOMPARE(result.entries().at(0), XResult::Entry(2, {1}));
     QCOMPARE(result.entries().at(1), XResult::Entry(4, {3}));
+}
+
+void TestXResult::linesOfEntriesKept()
+{
+    // Messages name the line an entry was read from, blank lines counted.
+    XResult result(QStringLiteral("1,2\n\n   \n3,4\nx,5\n3,-6\n"), nullptr, nullptr);
+    QCOMPARE(result.entries().size(), 4);
+    QCOMPARE(result.lineOf(0), 1);
+    QCOMPARE(result.lineOf(1), 4);
+    QCOMPARE(result.lineOf(2), 5);
+    QCOMPARE(result.lineOf(3), 6);
+    QCOMPARE(result.damagedLine(), 5);
+    QVERIFY(!result.isWellFormed());
+    XResult whole(QStringLiteral("1,2\n3,4\n"), nullptr, nullptr);
+    QCOMPARE(whole.damagedLine(), 0);
+    QVERIFY(whole.isWellFormed());
+    // Entries made by a search have no text: their own place stands in.
+    XResult made(XResult::Entries{XResult::Entry(2, {1})}, nullptr, nullptr);
+    QCOMPARE(made.lineOf(0), 1);
 }
 
 void TestXResult::readAppendsAndShortTexts()

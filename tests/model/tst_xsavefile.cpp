@@ -8,6 +8,7 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 class TestXSaveFile : public QObject
 {
@@ -22,6 +23,9 @@ private slots:
     void specialTargetRefused();
     void fileSizeLimitKeepsOldFile_data();
     void fileSizeLimitKeepsOldFile();
+    void targetProblemFoundBeforeWriting_data();
+    void targetProblemFoundBeforeWriting();
+    void closedFolderFoundBeforeWriting();
 };
 
 namespace {
@@ -152,6 +156,57 @@ void TestXSaveFile::fileSizeLimitKeepsOldFile()
     QCOMPARE(error, QStringLiteral("File too large"));
     QCOMPARE(readAll(path), old);
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({"t.ccw"}));
+}
+
+void TestXSaveFile::targetProblemFoundBeforeWriting_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("new file") << "new.csv" << QString();
+    QTest::newRow("existing file") << "old.csv" << QString();
+    QTest::newRow("missing folder") << "no/such/t.csv"
+                                    << "No such file or directory";
+    QTest::newRow("a file for a folder") << "old.csv/t.csv"
+                                         << "Not a directory";
+    QTest::newRow("a folder in the way") << "dir"
+                                         << "it is a folder";
+    QTest::newRow("a FIFO in the way") << "fifo"
+                                       << "it exists and is not a regular file";
+    QTest::newRow("a device") << "/dev/null"
+                              << "it exists and is not a regular file";
+}
+
+void TestXSaveFile::targetProblemFoundBeforeWriting()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, problem);
+    QTemporaryDir dir;
+    QVERIFY(XSaveFile::write(dir.filePath(QStringLiteral("old.csv")), QByteArray("x")));
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("dir")));
+    QCOMPARE(mkfifo(QFile::encodeName(dir.filePath(QStringLiteral("fifo"))).constData(), 0600), 0);
+    const QString path = target.startsWith(QLatin1Char('/')) ? target : dir.filePath(target);
+    QCOMPARE(XSaveFile::targetProblem(path), problem);
+    // The write itself fails for the same reason (a full disk aside).
+    if (!problem.isEmpty()) {
+        QString error;
+        QVERIFY(!XSaveFile::write(path, QByteArray("y"), &error));
+        QCOMPARE(error.isEmpty(), false);
+    }
+    QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
+             QStringList({"dir", "fifo", "old.csv"}));
+}
+
+void TestXSaveFile::closedFolderFoundBeforeWriting()
+{
+    QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("closed"));
+    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("closed")));
+    QVERIFY(QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    if (::access(QFile::encodeName(folder).constData(), W_OK) == 0)
+        QSKIP("this user writes into any folder (root)");
+    QCOMPARE(XSaveFile::targetProblem(folder + QStringLiteral("/t.csv")),
+             QStringLiteral("Permission denied"));
+    QVERIFY(!XSaveFile::write(folder + QStringLiteral("/t.csv"), QByteArray("x")));
 }
 
 QTEST_GUILESS_MAIN(TestXSaveFile)

@@ -73,6 +73,9 @@ private slots:
     void nullObjectsWritten();
     void isComplete_data();
     void isComplete();
+    void problemNamesLine_data();
+    void problemNamesLine();
+    void linesOfSettingsAndSections();
 
 private:
     QTemporaryDir* m_dir = nullptr;
@@ -530,6 +533,78 @@ void TestXWorkspace::isComplete()
     QFETCH(bool, complete);
     XWorkspace read(text);
     QCOMPARE(read.isComplete(), complete);
+}
+
+void TestXWorkspace::problemNamesLine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("problem");
+    QString result;
+    for (int p = 1; p <= 100; ++p)
+        result += QStringLiteral("1,2,%1\n").arg(p);
+    // Lines: 1 "SliderValue=1", 2 empty, 3 "#", 4-6 the input, 7 empty, 8
+    // "#", then the result from line 9.
+    const QString input = QStringLiteral("\"N\",\"M\",\"M\"\n\"a\",1,2\n\"b\",3,4\n");
+    const QString head = QStringLiteral("SliderValue=1\n\n#\n");
+    QTest::newRow("whole") << QString(head + input + "\n#\n" + result + "\n#") << QString();
+    QTest::newRow("cut off") << QString(head + input + "\n#\n" + result)
+                             << "it does not hold a whole analysis";
+    QTest::newRow("line of another width")
+        << QString(head + input + "\"c\",5\n\n#\n" + result + "\n#")
+        << "line 7: the number of fields differs from the header row's";
+    QTest::newRow("header only") << QString(head + "\"N\",\"M\",\"M\"\n\n#\n" + result + "\n#")
+                                 << "line 4: the input table has no accessions";
+    QTest::newRow("no allele column") << QString(head + "\"N\"\n\"a\"\n\n#\n" + result + "\n#")
+                                      << "line 4: the table has no allele columns";
+    QTest::newRow("result line damaged")
+        << QString(head + input + "\n#\n" + QString(result).replace("1,2,7\n", "1,x,7\n") + "\n#")
+        << "line 15: a result line holds something other than row numbers and an allele count "
+           "of 0 or more";
+    QTest::newRow("99 result lines")
+        << QString(head + input + "\n#\n" + result.section('\n', 1) + "\n#")
+        << "line 9: the result has 99 lines, and a search writes 100";
+    QTest::newRow("row past the table")
+        << QString(head + input + "\n#\n" + QString(result).replace("1,2,7\n", "1,3,7\n") + "\n#")
+        << "line 15: row 3 is not an accession of the input table, which has 2";
+    QTest::newRow("core longer than the table")
+        << QString(head + input + "\n#\n" + QString(result).replace("1,2,7\n", "1,2,1,7\n") + "\n#")
+        << "line 15: the core lists 3 accessions, and the input table has 2";
+    QTest::newRow("start with another header")
+        << QString("HasSource=true\n" + head + input + "\n#\n\"N\",\"M\",\"X\"\n\"s\",5,6\n\n#\n" +
+                   result + "\n#")
+        << "line 10: the starting collection's header row differs from the input table's";
+    QTest::newRow("start line of another width")
+        << QString("HasSource=true\n" + head + input + "\n#\n\"N\",\"M\",\"M\"\n\"s\",5\n\n#\n" +
+                   result + "\n#")
+        << "line 11: the number of fields differs from the header row's";
+}
+
+void TestXWorkspace::problemNamesLine()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, problem);
+    XWorkspace read(text);
+    QCOMPARE(read.problem(), problem);
+    QCOMPARE(read.isComplete(), problem.isEmpty());
+}
+
+void TestXWorkspace::linesOfSettingsAndSections()
+{
+    XCsv* csv = new XCsv;
+    XCsv* src = new XCsv;
+    XWorkspace written(csv, src, new XResult(entriesFor(2), csv, src));
+    written.setSlider(4);
+    QCOMPARE(written.lines().input, 0);
+    XWorkspace read(written.toString());
+    // HasSource, SliderValue, empty, "#", 3 table lines, empty, "#", again
+    // for the start, then the result.
+    QCOMPARE(read.lines().settings.value(QStringLiteral("HasSource")), 1);
+    QCOMPARE(read.lines().settings.value(QStringLiteral("SliderValue")), 2);
+    QCOMPARE(read.lines().input, 5);
+    QCOMPARE(read.lines().start, 10);
+    QCOMPARE(read.lines().result, 15);
+    QCOMPARE(XWorkspace::atLine(12, QStringLiteral("what")), QStringLiteral("line 12: what"));
+    QCOMPARE(XWorkspace::atLine(0, QStringLiteral("what")), QStringLiteral("what"));
 }
 
 void TestXWorkspace::runSettingsRoundTrip()
