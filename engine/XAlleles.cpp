@@ -48,6 +48,20 @@ int XAlleles::held(QList<XCsv const*> const& tables, QStringList const& headers)
     return alleles.size();
 }
 
+int XAlleles::zeroPairs(QList<XCsv const*> const& tables, QStringList const& headers)
+{
+    Matrix scratch;
+    AlleleMap alleles;
+    for (XCsv const* table : tables) {
+        if (table && !encode(*table, headers, scratch, alleles))
+            return -1;
+    }
+    int zeros = 0;
+    for (auto it = alleles.constBegin(); it != alleles.constEnd(); ++it)
+        zeros += it.key().second == 0;
+    return zeros;
+}
+
 bool XAlleles::firstNonAllele(XCsv const& table, int* row, int* column)
 {
     XCsv::Grid const& grid = table.data();

@@ -26,6 +26,8 @@ public:
     // together, read under the given header row; -1 when a cell of one of
     // them is not an allele. Null tables are left out.
     static int held(QList<XCsv const*> const& tables, QStringList const& headers);
+    // Of those, the (marker, 0) pairs: the exact search leaves them out.
+    static int zeroPairs(QList<XCsv const*> const& tables, QStringList const& headers);
     // The grid position of the first data cell of an allele column that is
     // not an allele, row by row; false when every cell is one.
     static bool firstNonAllele(XCsv const& table, int* row, int* column);

@@ -1,10 +1,12 @@
-// Workspace files: reading, the completeness check the import relies on,
-// and, for a complete workspace, writing and reading back without loss.
+// Workspace files: reading, the completeness check and the check against
+// what a search could write that the import relies on, and, for a complete
+// workspace, writing and reading back without loss.
 
 #include "FuzzText.h"
 #include "XCsv.h"
 #include "XResult.h"
 #include "XWorkspace.h"
+#include "XWorkspaceCheck.h"
 
 #include <cstdlib>
 
@@ -18,6 +20,9 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
     const QString written = workspace.toString();
     if (!workspace.isComplete())
         return 0;
+    // A workspace whose form is whole passes the rest or is refused by it;
+    // either way the check must come back.
+    (void)XWorkspaceCheck::problem(workspace);
 
     // What the main window does with an imported workspace.
     const int slider = qBound(1, workspace.slider(), 100);
