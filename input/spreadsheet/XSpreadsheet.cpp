@@ -2,7 +2,9 @@
 
 #include "TextFile.h"
 #include "WorkbookKind.h"
+#include "XBiffWriter.h"
 #include "XCsv.h"
+#include "XWorkbookContent.h"
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
 #include "XXlsxWriter.h"
@@ -10,6 +12,7 @@
 #include "XSaveFile.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 QString XSpreadsheet::wrongSuffixMessage()
 {
@@ -37,6 +40,48 @@ QString XSpreadsheet::noMatchingLinesMessage(int headerFields)
         .arg(headerFields);
 }
 
+QString XSpreadsheet::tableProblem(XCsv const& table)
+{
+    if (table.rows() == 0)
+        return QCoreApplication::translate("XSpreadsheet", "The file is empty.");
+    if (table.rows() >= 2)
+        return table.columns() < 2 ? noAlleleColumnsMessage() : QString();
+    if (!table.leftOutLines().isEmpty())
+        return noMatchingLinesMessage(table.columns());
+    return QCoreApplication::translate(
+        "XSpreadsheet",
+        "The table has no accessions: it needs at least one row below its header row.");
+}
+
+QString XSpreadsheet::fitProblem(QString const& fileName, int rows, int columns)
+{
+    int maxRows = 0;
+    int maxColumns = 0;
+    switch (workbookKind(fileName)) {
+    case WorkbookKind::Xls:
+        maxRows = XBiffWriter::maxRows;
+        maxColumns = XBiffWriter::maxColumns;
+        break;
+    case WorkbookKind::Xlsx:
+        maxRows = XWorkbookContent::maxRows;
+        maxColumns = XWorkbookContent::maxColumns;
+        break;
+    default:
+        return QString();
+    }
+    const QString suffix = workbookSuffix(workbookKind(fileName));
+    const QLocale locale(QLocale::English);
+    if (columns > maxColumns)
+        return QCoreApplication::translate("XSpreadsheet",
+                                           "the table has %1 columns, and an %2 worksheet holds %3")
+            .arg(locale.toString(columns), suffix, locale.toString(maxColumns));
+    if (rows > maxRows)
+        return QCoreApplication::translate("XSpreadsheet",
+                                           "the table has %1 rows, and an %2 worksheet holds %3")
+            .arg(locale.toString(rows), suffix, locale.toString(maxRows));
+    return QString();
+}
+
 QString XSpreadsheet::parseErrorMessage(int row, int column)
 {
     return XWorkbookReader::parseErrorMessage(row, column);
@@ -59,8 +104,9 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
         QChar separator;
         XCsv* table = XCsv::fromText(text, &separator);
         if (notes) {
-            if (encoding == TextFile::Encoding::Windows1252)
-                *notes << TextFile::windows1252Note();
+            const QString decoded = TextFile::encodingNote(encoding);
+            if (!decoded.isEmpty())
+                *notes << decoded;
             const QString separated = XCsv::separatorNote(separator);
             if (!separated.isEmpty())
                 *notes << separated;
@@ -74,6 +120,12 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
 
 bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* error)
 {
+    const QString tooLarge = fitProblem(fileName, table.rows(), table.columns());
+    if (!tooLarge.isEmpty()) {
+        if (error)
+            *error = tooLarge;
+        return false;
+    }
     switch (workbookKind(fileName)) {
     case WorkbookKind::Xls:
         return XWorkbookWriter::write(table, fileName, error);

@@ -26,6 +26,18 @@ public:
     // *error to the reason ("Permission denied").
     static bool write(XCsv const& table, QString const& fileName, QString* error = nullptr);
 
+    // What keeps a table that was read from a search, as the user is told
+    // it; empty when nothing does. "The file is empty." for a file without
+    // text (a byte-order mark alone included); a complaint when the table has
+    // no row below its header row, or else when it has no allele column
+    // (text split by something other than commas).
+    static QString tableProblem(XCsv const& table);
+    // Why fileName cannot hold a table of that many rows and columns (the
+    // header row and the label column included) in its format, or empty:
+    // ".xls" holds 65,536 rows and 256 columns, ".xlsx" 1,048,576 and
+    // 16,384; text holds any table.
+    static QString fitProblem(QString const& fileName, int rows, int columns);
+
     // Whether the name ends in a suffix that read() knows.
     static bool isKnownSuffix(QString const& fileName);
     static QString wrongSuffixMessage();

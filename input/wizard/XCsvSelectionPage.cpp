@@ -6,6 +6,7 @@
 #include "WorkbookKind.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
+#include "XSpreadsheet.h"
 #include "XWizard.h"
 
 #include <QCheckBox>
@@ -84,6 +85,16 @@ XCsv* XCsvSelectionPage::takeCsv()
 XCsv* XCsvSelectionPage::takeSrc()
 {
     return m_src.take();
+}
+
+QString XCsvSelectionPage::csvFile() const
+{
+    return m_csvFile->text();
+}
+
+QString XCsvSelectionPage::srcFile() const
+{
+    return m_srcFile->text();
 }
 
 void XCsvSelectionPage::initializePage()
@@ -180,17 +191,17 @@ void XCsvSelectionPage::refresh()
     m_csvProblem.clear();
     m_srcProblem.clear();
     if (XCsv const* csv = m_csv.table()) {
-        m_csvProblem = TableChecks::accessionProblem(*csv, m_csvFile->text());
+        m_csvProblem = XSpreadsheet::tableProblem(*csv);
         EditedTable::showStatus(m_csvStatus, m_csvEdit, m_csv.hasErrors(), m_csvProblem);
-        m_csvNote->setText(TableChecks::notes(m_csvReadNotes, csv->leftOutLines()));
+        m_csvNote->setText(TableChecks::notes(m_csvReadNotes, *csv));
         m_csvNote->setVisible(!m_csvNote->text().isEmpty());
     }
     if (XCsv const* src = m_src.table()) {
-        m_srcProblem = TableChecks::accessionProblem(*src, m_srcFile->text());
+        m_srcProblem = XSpreadsheet::tableProblem(*src);
         if (m_srcProblem.isEmpty() && m_csv.table())
             m_srcProblem = TableChecks::headerProblem(*m_csv.table(), *src);
         EditedTable::showStatus(m_srcStatus, m_srcEdit, m_src.hasErrors(), m_srcProblem);
-        m_srcNote->setText(TableChecks::notes(m_srcReadNotes, src->leftOutLines()));
+        m_srcNote->setText(TableChecks::notes(m_srcReadNotes, *src));
         m_srcNote->setVisible(!m_srcNote->text().isEmpty());
     }
     emit completeChanged();

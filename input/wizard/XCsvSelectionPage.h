@@ -31,6 +31,9 @@ public:
     // Hand the tables over: the page forgets them without deleting them.
     XCsv* takeCsv();
     XCsv* takeSrc();
+    // The files the tables were last read from; empty for none.
+    QString csvFile() const;
+    QString srcFile() const;
 
     // Reads a table by suffix; on failure shows why and returns null.
     // *notes receives what the reader says about a table it read.

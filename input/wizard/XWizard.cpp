@@ -61,10 +61,13 @@ void XWizard::finished(int result)
                       field(QStringLiteral("budget")).toInt());
     if (field(QStringLiteral("file")).toBool()) {
         delete manual;
+        emit filesChosen(csv ? m_selection->csvFile() : QString(),
+                         src ? m_selection->srcFile() : QString());
         emit finished(csv, src, iterations, seed);
     } else {
         delete csv;
         delete src;
+        emit filesChosen(QString(), QString());
         emit finished(manual, nullptr, iterations, seed);
     }
 }

@@ -23,6 +23,10 @@ signals:
     // Emitted on acceptance just before finished(XCsv*, XCsv*, int, int):
     // whether the exact search was chosen, and its time budget in seconds.
     void searchChosen(bool exact, int budgetSeconds);
+    // Emitted on acceptance just before finished(XCsv*, XCsv*, int, int):
+    // the files the two tables were read from (empty for a table built by
+    // hand or no starting collection), which no output may replace.
+    void filesChosen(QString const& inputFile, QString const& startFile);
     void finished(XCsv* csv, XCsv* src, int iterations, int seed);
 
 public slots:

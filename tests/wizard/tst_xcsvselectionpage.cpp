@@ -50,6 +50,8 @@ private slots:
     void noAlleleColumnsRefused_data();
     void noAlleleColumnsRefused();
     void windows1252Noted();
+    void unmarkedUtf16AndOldMacNoted();
+    void returningMarkersAndNamesNoted();
     void otherSeparatorsNoted_data();
     void otherSeparatorsNoted();
     void slowReadCancelled();
@@ -512,6 +514,8 @@ void TestXCsvSelectionPage::noAccessions_data()
                                  << noRows;
     QTest::newRow("empty file") << QByteArray() << QByteArray() << "inputStatus"
                                 << QStringLiteral("The file is empty.");
+    QTest::newRow("byte-order mark alone") << QByteArray("\xef\xbb\xbf") << QByteArray()
+                                           << "inputStatus" << QStringLiteral("The file is empty.");
     QTest::newRow("header with a trailing comma")
         << QByteArray("Name,M,M,\nA,1,2\nB,3,4\n") << QByteArray() << "inputStatus"
         << QStringLiteral("No line has as many fields as the header row (4): is there a trailing "
@@ -595,6 +599,48 @@ void TestXCsvSelectionPage::noAlleleColumnsRefused()
                                             "semicolons or tabs?"));
     QCOMPARE(status->palette().color(QPalette::WindowText), QColor(Qt::red));
     QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::unmarkedUtf16AndOldMacNoted()
+{
+    // UTF-16 without its mark, with carriage returns alone for line ends.
+    QByteArray bytes;
+    for (char const c : QByteArray("Name,M,M\rA1,1,2\rA2,3,4\rA3,5\r"))
+        bytes += QByteArray(1, c) + '\0';
+    QVERIFY(writeText(path("utf16.csv"), bytes));
+    answerOpenDialog(path("utf16.csv"));
+    clickButton(named<QPushButton>("inputBrowse"));
+    QCOMPARE(m_page->csv()->rows(), 3);
+    QCOMPARE(m_page->csv()->at(2, 0).toString(), QStringLiteral("A2"));
+    QLabel* note = named<QLabel>("inputNote");
+    QVERIFY(note->isVisible());
+    QCOMPARE(note->text(),
+             QStringLiteral("This file is UTF-16 (little-endian) without a byte-order mark; it "
+                            "was read that way.\n1 line of the file was left out because its "
+                            "number of fields differs from the header row: line 4."));
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void TestXCsvSelectionPage::returningMarkersAndNamesNoted()
+{
+    QVERIFY(writeText(path("input.csv"), "Name,M,M,N,N,M,M\nA,1,2,3,4,5,6\nB,1,2,3,4,5,6\n"
+                                         "A,1,2,3,4,5,6\n"));
+    QVERIFY(writeText(path("start.csv"), "Name,M,M,N,N,M,M\nS,1,2,3,4,5,6\nS,1,2,3,4,5,6\n"));
+    loadBoth(path("input.csv"), path("start.csv"));
+    const QString markers = QStringLiteral(
+        "A marker's name returns after other markers' columns, and the alleles of all its "
+        "columns are counted as one marker: \"M\" (columns 2-3 and 6-7).");
+    QLabel* note = named<QLabel>("inputNote");
+    QVERIFY(note->isVisible());
+    QCOMPARE(note->text(), markers + QStringLiteral("\nAn accession name stands in more than "
+                                                    "one row: \"A\" (rows 2 and 4)."));
+    QCOMPARE(note->palette().color(QPalette::WindowText), QColor(176, 96, 0));
+    QLabel* startNote = named<QLabel>("startNote");
+    QVERIFY(startNote->isVisible());
+    QCOMPARE(startNote->text(), markers + QStringLiteral("\nAn accession name stands in more "
+                                                         "than one row: \"S\" (rows 2 and 3)."));
+    // Warnings: the analysis may go on, the merge of the two columns stays.
+    QVERIFY(m_page->isComplete());
 }
 
 void TestXCsvSelectionPage::windows1252Noted()
