@@ -8,6 +8,11 @@
 
 QString XCoreSummary::text(XResult& result, int const& total, int const& seed)
 {
+    return text(result, total, QString::number(seed));
+}
+
+QString XCoreSummary::text(XResult& result, int const& total, QString const& seed)
+{
     QString summary;
     QTextStream out(&summary);
     out << "percent\taccessions\talleles\trecounted\n";

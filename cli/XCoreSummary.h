@@ -13,6 +13,8 @@ class XCoreSummary
 {
 public:
     static QString text(XResult& result, int const& total, int const& seed);
+    // The same with the seed as it is to be shown ("not recorded").
+    static QString text(XResult& result, int const& total, QString const& seed);
     // Where a table holds a cell that is not an allele, for the line after
     // "Invalid value in csv.": `input row 136 (AFBTLAG9436), column INRA5:
     // "1.5"`, rows counted as a spreadsheet shows them (the header is row 1).

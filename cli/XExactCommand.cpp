@@ -1,5 +1,6 @@
 #include "XExactCommand.h"
 
+#include "TerminalText.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
 #include "XExactCore.h"
@@ -41,8 +42,10 @@ QString XExactCommand::summary(XResult& result, int const& total, int const& zer
         first = i + 1;
     }
     out << "Total alleles: " << total << "; (marker, 0) pairs left out: " << zeroPairs << '\n';
-    out << "Proven minimal: " << proven << " of " << entries.size()
-        << " entries; time: " << QString::number(seconds, 'f', 1) << " s\n";
+    out << "Proven minimal: " << proven << " of " << entries.size() << " entries; time: "
+        << (seconds >= 0 ? QString::number(seconds, 'f', 1) + QStringLiteral(" s")
+                         : QStringLiteral("not recorded"))
+        << '\n';
     return text;
 }
 
@@ -72,12 +75,10 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     progress.reset();
     const double seconds = timer.nsecsElapsed() / 1e9;
 
-    QTextStream err(stderr);
     if (!outcome) {
-        err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
-            << '\n';
+        printError(failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure);
         if (failure == XExactCore::tr("Invalid value in csv."))
-            err << XCoreSummary::invalidCells(source.get(), input.get());
+            printError(XCoreSummary::invalidCells(source.get(), input.get()));
         return 1;
     }
     QTextStream out(stdout);
@@ -92,7 +93,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     QString reason;
     if (!options.output.isEmpty() &&
         !XSpreadsheet::write(*outcome->csv(options.percent), options.output, &reason)) {
-        err << options.output << ": could not be written: " << reason << '\n';
+        printError(options.output + QStringLiteral(": could not be written: ") + reason);
         status = 1;
     }
     // The workspace owns the tables and the result from here on.
@@ -101,7 +102,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     analysis.setExactRun(options.budget, seconds);
     if (!options.workspace.isEmpty() &&
         !XSaveFile::writeText(options.workspace, analysis.toString(), &reason)) {
-        err << options.workspace << ": could not be written: " << reason << '\n';
+        printError(options.workspace + QStringLiteral(": could not be written: ") + reason);
         status = 1;
     }
     return status;

@@ -1,6 +1,9 @@
 // vireon-cli: selects the core collections of one table from the command
 // line, prints a summary or the result, and writes the workspace or a core.
+#include "AnalysisInputs.h"
 #include "StrictInt.h"
+#include "TableNotes.h"
+#include "TerminalText.h"
 #include "TextFile.h"
 #include "XAlleles.h"
 #include "XCore.h"
@@ -13,10 +16,12 @@
 #include "XSaveFile.h"
 #include "XSpreadsheet.h"
 #include "XWorkspace.h"
+#include "XWorkspaceCommand.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QTextStream>
 
 #include <csignal>
@@ -30,8 +35,8 @@ enum ExitCode { Success = 0, EngineFailure = 1, UsageError = 2 };
 
 int usageError(QString const& message)
 {
-    QTextStream(stderr) << "vireon-cli: " << message << '\n'
-                        << "Try 'vireon-cli --help' for more information.\n";
+    printError(QStringLiteral("vireon-cli: ") + message);
+    printError(QStringLiteral("Try 'vireon-cli --help' for more information."));
     return UsageError;
 }
 
@@ -42,12 +47,22 @@ bool readNumber(QString const& text, int* value)
     return ok;
 }
 
-// Reads a table the user named; says why not on stderr, and what the reader
-// noted about a table it read (an encoding, a separator). Only regular files
-// are read, so a FIFO or a device never blocks the run.
-bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
+// "FILE: message", the file named once: the readers name it themselves in
+// some messages.
+void complainAbout(QString const& fileName, QString const& message)
 {
-    QTextStream err(stderr);
+    const QString prefix = fileName + QStringLiteral(": ");
+    printError(message.startsWith(prefix) ? message : prefix + message);
+}
+
+// Reads a table the user named; says why not on stderr, and what the reader
+// noted about a table it read (an encoding, a separator, lines left out,
+// names that return), as the wizard shows it. Only regular files are read,
+// so a FIFO or a device never blocks the run. A table that lost more than
+// half of its lines is refused unless allowLeftOut: what is left is seldom
+// what the file meant.
+bool readTable(QString const& fileName, bool allowLeftOut, std::unique_ptr<XCsv>& table)
+{
     const QString problem =
         XSpreadsheet::isKnownSuffix(fileName) ? TextFile::problem(fileName) : QString();
     QString message;
@@ -55,20 +70,56 @@ bool readTable(QString const& fileName, std::unique_ptr<XCsv>& table)
     if (problem.isEmpty())
         table.reset(XSpreadsheet::read(fileName, &message, &notes));
     for (QString const& note : notes)
-        err << fileName << ": " << note << '\n';
+        complainAbout(fileName, note);
     if (!table) {
-        err << fileName << ": " << (problem.isEmpty() ? message : problem) << '\n';
+        complainAbout(fileName, problem.isEmpty() ? message : problem);
         return false;
     }
-    if (table->rows() == 1 && !table->leftOutLines().isEmpty()) {
-        err << fileName << ": " << XSpreadsheet::noMatchingLinesMessage(table->columns()) << '\n';
+    const QString unusable = XSpreadsheet::tableProblem(*table);
+    if (!unusable.isEmpty()) {
+        complainAbout(fileName, unusable);
         return false;
     }
-    if (table->rows() > 1 && table->columns() < 2) {
-        err << fileName << ": " << XSpreadsheet::noAlleleColumnsMessage() << '\n';
+    for (QString const& note : TableNotes::notes(*table))
+        complainAbout(fileName, note);
+    const int leftOut = table->leftOutLines().size();
+    const int kept = table->rows() - 1;
+    if (!allowLeftOut && leftOut > kept) {
+        complainAbout(fileName,
+                      QStringLiteral("%1 of the %2 lines below the header row were left out, "
+                                     "more than half, so the table is refused; "
+                                     "--allow-left-out searches the %3 that were read.")
+                          .arg(leftOut)
+                          .arg(leftOut + kept)
+                          .arg(kept));
         return false;
     }
     return true;
+}
+
+// Why an output named on the command line cannot be written, found before
+// any work is done: it would replace a file the analysis reads, or its
+// folder is missing or closed to writing. Every output goes through here,
+// against every input.
+QString outputProblem(QString const& target, AnalysisInputs const& inputs)
+{
+    const QString replaced = inputs.replacedBy(target);
+    if (!replaced.isEmpty())
+        return replaced;
+    const QString problem = XSaveFile::targetProblem(target);
+    return problem.isEmpty() ? QString()
+                             : target + QStringLiteral(": cannot be written: ") + problem;
+}
+
+// Whether two names are one file: the same path, or, when both exist, the
+// same device and inode.
+bool sameTarget(QString const& a, QString const& b)
+{
+    if (QFileInfo(a).absoluteFilePath() == QFileInfo(b).absoluteFilePath())
+        return true;
+    AnalysisInputs one;
+    one.add(AnalysisInputs::InputTable, a);
+    return !one.replacedBy(b).isEmpty();
 }
 
 } // namespace
@@ -120,9 +171,14 @@ int main(int argc, char** argv)
     const QCommandLineOption budget("budget",
                                     "seconds the exact search may spend on its proofs (default 60)",
                                     "SECONDS", QString::number(XExactCore::defaultBudget));
+    const QCommandLineOption allowLeftOut(
+        "allow-left-out", "search a .csv table even when more than half of its lines were left "
+                          "out (their number of fields differs from the header row's)");
     parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet, threads,
-                       search, budget});
-    parser.addPositionalArgument("INPUT", "the table of accessions (.csv, .xls, .xlsx or .ods)");
+                       search, budget, allowLeftOut});
+    parser.addPositionalArgument(
+        "INPUT", "the table of accessions (.csv, .xls, .xlsx or .ods), or a workspace file (.ccw) "
+                 "to print and write from without a search");
 
     if (!parser.parse(app.arguments()))
         return usageError(parser.errorText());
@@ -155,13 +211,66 @@ int main(int argc, char** argv)
     if (!readNumber(parser.value(budget), &budgetValue) || budgetValue < 0)
         return usageError(QStringLiteral("--budget needs a whole number of seconds, 0 or more."));
 
-    QTextStream err(stderr);
+    // Outputs are checked before anything is read or searched, so that a
+    // long search never ends in a file that cannot be written, and no output
+    // ever replaces an input.
+    const QString inputName = inputs.first();
+    const bool fromWorkspace = XWorkspaceCommand::isWorkspaceFile(inputName);
+    AnalysisInputs analysisInputs;
+    analysisInputs.add(fromWorkspace ? AnalysisInputs::Workspace : AnalysisInputs::InputTable,
+                       inputName);
+    if (parser.isSet(start))
+        analysisInputs.add(AnalysisInputs::StartingCollection, parser.value(start));
+    QStringList outputs;
+    for (QCommandLineOption const& option : {output, workspace}) {
+        if (parser.isSet(option))
+            outputs << parser.value(option);
+    }
+    if (outputs.size() == 2 && sameTarget(outputs.at(0), outputs.at(1)))
+        return usageError(
+            QStringLiteral("--output and --workspace name the same file, %1.").arg(outputs.at(0)));
+    for (QString const& target : outputs) {
+        const QString problem = outputProblem(target, analysisInputs);
+        if (!problem.isEmpty()) {
+            printError(problem);
+            return UsageError;
+        }
+    }
+
+    if (fromWorkspace) {
+        QStringList searchOptions;
+        for (QCommandLineOption const& option :
+             {start, iterations, seed, threads, search, budget, workspace, allowLeftOut}) {
+            if (parser.isSet(option))
+                searchOptions << QStringLiteral("--") + option.names().constLast();
+        }
+        if (!searchOptions.isEmpty())
+            return usageError(QStringLiteral("%1 cannot be given with a workspace file: it holds "
+                                             "its analysis already.")
+                                  .arg(searchOptions.join(QStringLiteral(", "))));
+        XWorkspaceCommand::Options shown;
+        shown.percent = percentValue;
+        shown.printResult = parser.isSet(result);
+        shown.output = parser.isSet(output) ? parser.value(output) : QString();
+        return XWorkspaceCommand::run(inputName, shown);
+    }
+
     std::unique_ptr<XCsv> input;
-    if (!readTable(inputs.first(), input))
+    if (!readTable(inputName, parser.isSet(allowLeftOut), input))
         return UsageError;
     std::unique_ptr<XCsv> source;
-    if (parser.isSet(start) && !readTable(parser.value(start), source))
+    if (parser.isSet(start) && !readTable(parser.value(start), parser.isSet(allowLeftOut), source))
         return UsageError;
+    if (parser.isSet(output)) {
+        // The core's rows are known only after the search; its columns now.
+        const int startRows = source ? source->rows() - 1 : 0;
+        const QString tooLarge =
+            XSpreadsheet::fitProblem(parser.value(output), 1 + startRows, input->columns());
+        if (!tooLarge.isEmpty()) {
+            printError(parser.value(output) + QStringLiteral(": cannot be written: ") + tooLarge);
+            return UsageError;
+        }
+    }
     if (mode == QLatin1String("exact")) {
         XExactCommand::Options exact;
         exact.budget = budgetValue;
@@ -197,10 +306,9 @@ int main(int argc, char** argv)
     progress.reset();
 
     if (!outcome) {
-        err << (failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure)
-            << '\n';
+        printError(failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure);
         if (failure == XCore::tr("Invalid value in csv."))
-            err << XCoreSummary::invalidCells(source.get(), input.get());
+            printError(XCoreSummary::invalidCells(source.get(), input.get()));
         return EngineFailure;
     }
 
@@ -217,7 +325,7 @@ int main(int argc, char** argv)
     QString reason;
     if (parser.isSet(output) &&
         !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output), &reason)) {
-        err << parser.value(output) << ": could not be written: " << reason << '\n';
+        printError(parser.value(output) + QStringLiteral(": could not be written: ") + reason);
         status = EngineFailure;
     }
     // The workspace owns the tables and the result from here on.
@@ -226,7 +334,7 @@ int main(int argc, char** argv)
     analysis.setReproducibleRun(iterationCount, seedValue);
     if (parser.isSet(workspace) &&
         !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
-        err << parser.value(workspace) << ": could not be written: " << reason << '\n';
+        printError(parser.value(workspace) + QStringLiteral(": could not be written: ") + reason);
         status = EngineFailure;
     }
     return status;

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTextCodec>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -71,6 +72,16 @@ private slots:
     void fullDiskKeepsOldFile();
     void deviceTargetRefused_data();
     void deviceTargetRefused();
+    void emptyFilesSaySo_data();
+    void emptyFilesSaySo();
+    void oldMacLineEndsReadByLines();
+    void unmarkedUtf16And32Read_data();
+    void unmarkedUtf16And32Read();
+    void nulBytesRefused();
+    void fieldsEstimatedBeforeReading_data();
+    void fieldsEstimatedBeforeReading();
+    void pathPrintedOnceUnderMemoryLimit();
+    void controlCharactersEscaped();
 
 private:
     QString write(QString const& name, QByteArray const& bytes);
@@ -198,8 +209,9 @@ void TestHostileFiles::contentNamingAFileIsText()
     const QString other = write("other.csv", "Name,M,M\nA,1,2\nB,3,4\n");
     const QString path = write("in.csv", other.toUtf8());
     const Outcome o = runCli({quiet, seedOne, path});
-    QCOMPARE(o.status, 1);
-    QCOMPARE(o.err, QStringLiteral("The input table has no accessions.\n"));
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.err, path + QStringLiteral(": The table has no accessions: it needs at least one "
+                                          "row below its header row.\n"));
 }
 
 void TestHostileFiles::windows1252NamesKept()
@@ -289,16 +301,181 @@ void TestHostileFiles::deviceTargetRefused()
         target = m_dir->filePath(QStringLiteral("p.ccw"));
         QCOMPARE(mkfifo(QFile::encodeName(target).constData(), 0600), 0);
     }
+    // Refused before the search, like every output that cannot be written.
     const Outcome o = runCli(
         {quiet, seedOne, option, target, QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
-    QCOMPARE(o.status, 1);
-    QCOMPARE(o.err, target + QStringLiteral(": could not be written: it exists and is not a "
-                                            "regular file\n"));
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.out, QString());
+    QCOMPARE(o.err, target + QStringLiteral(": cannot be written: it exists and is not a regular "
+                                            "file\n"));
     struct stat info
     {
     };
     QCOMPARE(stat(QFile::encodeName(target).constData(), &info), 0);
     QVERIFY(S_ISCHR(info.st_mode) || S_ISFIFO(info.st_mode));
+}
+
+void TestHostileFiles::emptyFilesSaySo_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message");
+    const QString empty = QStringLiteral("The file is empty.");
+    QTest::newRow("empty") << QByteArray() << empty;
+    QTest::newRow("byte-order mark alone") << QByteArray("\xef\xbb\xbf") << empty;
+    QTest::newRow("UTF-16 byte-order mark alone") << QByteArray("\xff\xfe") << empty;
+    QTest::newRow("header row alone")
+        << QByteArray("Name,M,M\n")
+        << "The table has no accessions: it needs at least one row below its header row.";
+}
+
+void TestHostileFiles::emptyFilesSaySo()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    const QString path = write("in.csv", content);
+    for (QStringList const& arguments :
+         {QStringList{quiet, path},
+          QStringList{quiet, QStringLiteral("-s"), path,
+                      QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")}}) {
+        const Outcome o = runCli(arguments);
+        QCOMPARE(o.status, 2);
+        QCOMPARE(o.err, path + QStringLiteral(": ") + message + QLatin1Char('\n'));
+        QCOMPARE(o.out, QString());
+    }
+}
+
+void TestHostileFiles::oldMacLineEndsReadByLines()
+{
+    // The same table with carriage returns alone gives the same result.
+    QFile example(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
+    QVERIFY(example.open(QIODevice::ReadOnly));
+    const QByteArray text = example.readAll();
+    QVERIFY(!text.contains('\r'));
+    const QString mac = write("mac.csv", QByteArray(text).replace('\n', '\r'));
+    const QString unix = write("unix.csv", text);
+    const Outcome fromMac = runCli({quiet, seedOne, QStringLiteral("-i1"), mac});
+    const Outcome fromUnix = runCli({quiet, seedOne, QStringLiteral("-i1"), unix});
+    QCOMPARE(fromMac.status, 0);
+    QCOMPARE(fromMac.err, QString());
+    QCOMPARE(fromMac.out, fromUnix.out);
+    QVERIFY2(fromMac.out.endsWith(QStringLiteral("Total alleles: 373; seed: 1\n")),
+             qPrintable(fromMac.out));
+}
+
+void TestHostileFiles::unmarkedUtf16And32Read_data()
+{
+    QTest::addColumn<QByteArray>("codec");
+    QTest::addColumn<QString>("note");
+    QTest::newRow("UTF-16LE") << QByteArray("UTF-16LE")
+                              << "This file is UTF-16 (little-endian) without a byte-order mark; "
+                                 "it was read that way.";
+    QTest::newRow("UTF-16BE") << QByteArray("UTF-16BE")
+                              << "This file is UTF-16 (big-endian) without a byte-order mark; it "
+                                 "was read that way.";
+    QTest::newRow("UTF-32LE") << QByteArray("UTF-32LE")
+                              << "This file is UTF-32 (little-endian) without a byte-order mark; "
+                                 "it was read that way.";
+    QTest::newRow("UTF-32BE") << QByteArray("UTF-32BE")
+                              << "This file is UTF-32 (big-endian) without a byte-order mark; it "
+                                 "was read that way.";
+}
+
+void TestHostileFiles::unmarkedUtf16And32Read()
+{
+    QFETCH(QByteArray, codec);
+    QFETCH(QString, note);
+    const QString text = QStringLiteral("Name,M,M\nB\u00e9tail,1,2\nB\u00e8tail,3,4\n");
+    QTextCodec::ConverterState noMark(QTextCodec::IgnoreHeader);
+    const QByteArray bytes =
+        QTextCodec::codecForName(codec)->fromUnicode(text.constData(), text.size(), &noMark);
+    QCOMPARE(bytes.size(), text.size() * (codec.startsWith("UTF-16") ? 2 : 4));
+    const QString input = write("in.csv", bytes);
+    const QString core = m_dir->filePath("core.csv");
+    const Outcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
+    QCOMPARE(o.status, 0);
+    QCOMPARE(o.err, input + QStringLiteral(": ") + note + QLatin1Char('\n'));
+    QVERIFY2(o.out.endsWith(QStringLiteral("Total alleles: 4; seed: 1\n")), qPrintable(o.out));
+    QFile file(core);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()),
+             QStringLiteral("\"Name\",\"M\",\"M\"\n\"B\u00e9tail\",1,2\n\"B\u00e8tail\",3,4\n"));
+}
+
+void TestHostileFiles::nulBytesRefused()
+{
+    // NUL bytes in no pattern of UTF-16 or UTF-32: not a text file.
+    static const char text[] = "Name,M,M\nA,1,2\0\0\0\nB,3,4\n";
+    const QString input = write("in.csv", QByteArray(text, sizeof text - 1));
+    const Outcome o = runCli({quiet, seedOne, input});
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.err, input + QStringLiteral(": is not a text file: it holds NUL bytes\n"));
+}
+
+void TestHostileFiles::fieldsEstimatedBeforeReading_data()
+{
+    // Just under the file-size limit, shapes whose fields would each become
+    // a cell: refused from their bytes before any is decoded.
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("commas") << QByteArray(",")
+                            << "is too large to read: its 127.0 MB hold 133,169,153 fields, "
+                               "which would take about 7.3 GB of memory, and Vireon reads tables "
+                               "of up to 2.0 GB";
+    QTest::newRow("1,") << QByteArray("1,")
+                        << "is too large to read: its 127.0 MB hold 66,584,577 fields, which "
+                           "would take about 3.8 GB of memory, and Vireon reads tables of up to "
+                           "2.0 GB";
+}
+
+void TestHostileFiles::fieldsEstimatedBeforeReading()
+{
+    QFETCH(QByteArray, unit);
+    QFETCH(QString, message);
+    const qint64 size = qint64(127) * 1024 * 1024;
+    const QString path = m_dir->filePath("many.csv");
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray block = unit.repeated(int(1024 * 1024 / unit.size()));
+        while (file.size() + block.size() <= size)
+            QVERIFY(file.write(block) == block.size());
+        QVERIFY(file.write(unit.repeated(int((size - file.size()) / unit.size()))) >= 0);
+    }
+    QCOMPARE(QFileInfo(path).size(), size);
+    const Outcome o = runCli({quiet, seedOne, path});
+    QCOMPARE(o.status, 2);
+    QCOMPARE(o.err, path + QStringLiteral(": ") + message + QLatin1Char('\n'));
+    QCOMPARE(o.out, QString());
+}
+
+void TestHostileFiles::pathPrintedOnceUnderMemoryLimit()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    QSKIP("AddressSanitizer reserves more address space than the limit allows");
+#else
+    // eHGDP's 12 MB within an address space of 180 MB: reading its table
+    // (88 MB at its peak) runs out of memory, and the file is named once.
+    const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/eHGDP.csv");
+    QProcess process;
+    process.start(QStringLiteral("prlimit"),
+                  QStringList{QStringLiteral("--as=%1").arg(qint64(180) << 20),
+                              QStringLiteral(VIREON_CLI), quiet, seedOne, QStringLiteral("-i1"),
+                              QStringLiteral("-t1"), input});
+    QVERIFY(process.waitForFinished(120000));
+    const QString err = QString::fromUtf8(process.readAllStandardError());
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(err, input + QStringLiteral(": is too large to read in the memory available\n"));
+#endif
+}
+
+void TestHostileFiles::controlCharactersEscaped()
+{
+    // An escape sequence that would retitle a terminal, in a name and a cell.
+    const QString input = write("in.csv", "Name,M,M\nA,1,2\n\x1b]0;owned\x07,1,\x1b[2J\n");
+    const Outcome o = runCli({quiet, seedOne, input});
+    QCOMPARE(o.status, 1);
+    QCOMPARE(o.err, QStringLiteral("Invalid value in csv.\ninput row 3 (\\x1b]0;owned\\x07), "
+                                   "column M: \"\\x1b[2J\"\n"));
 }
 
 QTEST_GUILESS_MAIN(TestHostileFiles)

@@ -11,7 +11,8 @@ fi
 text=$("$groff" -man -Tutf8 -P-cbou "$page" 2>/dev/null)
 status=0
 for option in -s --start -i --iterations -r --seed -w --workspace -o --output \
-  -p --percent --result -q --quiet -t --threads -h --help -v --version; do
+  -p --percent --result -q --quiet -t --threads --search --budget --allow-left-out \
+  -h --help -v --version; do
   grep -qE -- "(^|[ ,])$option([ ,]|$)" <<<"$text" || { echo "missing option $option"; status=1; }
 done
 for section in NAME SYNOPSIS DESCRIPTION OPTIONS "EXIT STATUS"; do
