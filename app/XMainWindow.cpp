@@ -1,7 +1,6 @@
 #include "XMainWindow.h"
 
 #include "CenterResize.h"
-#include "TextFile.h"
 #include "XCore.h"
 #include "XCoreReport.h"
 #include "XCsv.h"
@@ -15,6 +14,7 @@
 #include "XSpreadsheet.h"
 #include "XWizard.h"
 #include "XWorkspace.h"
+#include "XWorkspaceCheck.h"
 
 #include <QAction>
 #include <QApplication>
@@ -290,6 +290,7 @@ void XMainWindow::wizard()
         return;
     XWizard wizard(this);
     connect(&wizard, &XWizard::searchChosen, this, &XMainWindow::chooseSearch);
+    connect(&wizard, &XWizard::filesChosen, this, &XMainWindow::chooseFiles);
     connect(&wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
             &XMainWindow::parseCsv);
     wizard.exec();
@@ -334,6 +335,13 @@ void XMainWindow::chooseSearch(bool exact, int budgetSeconds)
     m_next.budget = budgetSeconds;
 }
 
+void XMainWindow::chooseFiles(QString const& inputFile, QString const& startFile)
+{
+    m_next.inputs = AnalysisInputs();
+    m_next.inputs.add(AnalysisInputs::InputTable, inputFile);
+    m_next.inputs.add(AnalysisInputs::StartingCollection, startFile);
+}
+
 template <typename Engine> void XMainWindow::runEngine(Engine& core)
 {
     QProgressDialog progress(tr("Working..."), tr("Abort"), 1, 100, this);
@@ -371,6 +379,7 @@ void XMainWindow::csvParseSucceeded(XResult* result)
         return;
     }
     auto* workspace = new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr);
+    workspace->setInputs(m_pendingRun.inputs);
     if (m_pendingRun.exact)
         workspace->setExactRun(m_pendingRun.budget, m_runClock.nsecsElapsed() / 1e9);
     else
@@ -406,6 +415,20 @@ void XMainWindow::reportWrite(bool written, QString const& done, QString const& 
                              statusTimeoutMs);
 }
 
+bool XMainWindow::refuseTarget(QString const& fileName, XCsv const* core)
+{
+    QString why = m_workspace->inputs().replacedBy(fileName);
+    if (why.isEmpty() && core) {
+        const QString tooLarge = XSpreadsheet::fitProblem(fileName, core->rows(), core->columns());
+        if (!tooLarge.isEmpty())
+            why = tr("The core collection cannot be saved as %1: %2.").arg(fileName, tooLarge);
+    }
+    if (why.isEmpty())
+        return false;
+    QMessageBox::critical(this, tr("Error"), why + QLatin1Char(' ') + tr("Nothing was written."));
+    return true;
+}
+
 void XMainWindow::save()
 {
     if (!m_workspace)
@@ -415,6 +438,8 @@ void XMainWindow::save()
         saveAs();
         return;
     }
+    if (refuseTarget(path, m_shown))
+        return;
     QString reason;
     const bool written = saveCurrent(path, &reason);
     reportWrite(written, tr("Core collection saved to %1"), path, reason);
@@ -429,7 +454,7 @@ void XMainWindow::saveAs()
         tr("Microsoft Excel files %1").arg(QStringLiteral("(*.xls)")) + QStringLiteral(";;") +
         tr("Excel workbooks %1").arg(QStringLiteral("(*.xlsx)"));
     const QString name = XFileDialog::saveFileName(this, filters);
-    if (name.isEmpty())
+    if (name.isEmpty() || refuseTarget(name, m_shown))
         return;
     m_workspace->setSavePath(name);
     QString reason;
@@ -443,7 +468,7 @@ void XMainWindow::exportWorkspace()
         return;
     const QString name = XFileDialog::saveFileName(
         this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Export Workspace"));
-    if (name.isEmpty())
+    if (name.isEmpty() || refuseTarget(name, nullptr))
         return;
     QString reason;
     const bool written = XSaveFile::writeText(name, m_workspace->toString(), &reason);
@@ -460,25 +485,22 @@ void XMainWindow::importWorkspace()
         this, tr("Workspace files %1").arg(QStringLiteral("(*.ccw)")), tr("Import Workspace"));
     if (name.isEmpty())
         return;
-    // The file's content, never the name-or-text rule: a long path is a path.
-    QString text, problem;
-    if (!TextFile::read(name, &text, &problem)) {
+    XWorkspaceCheck::Reading reading = XWorkspaceCheck::read(name);
+    if (!reading.unreadable.isEmpty()) {
         QMessageBox::critical(this, tr("Error"),
                               tr("The file %1 cannot be imported: %2. The analysis shown stays "
                                  "as it is.")
-                                  .arg(name, problem));
+                                  .arg(name, reading.unreadable));
         return;
     }
-    auto* workspace = new XWorkspace(nullptr, nullptr, nullptr, nullptr);
-    workspace->fromString(text);
-    if (!workspace->isComplete()) {
-        delete workspace;
+    if (!reading.workspace) {
         QMessageBox::critical(this, tr("Error"),
-                              tr("The file %1 is not a valid workspace file: it does not hold a "
-                                 "whole analysis. The analysis shown stays as it is.")
-                                  .arg(name));
+                              tr("The file %1 is not a valid workspace file: %2. The analysis "
+                                 "shown stays as it is.")
+                                  .arg(name, reading.invalid));
         return;
     }
+    XWorkspace* workspace = reading.workspace.release();
     clearWorkspace(workspace);
     m_file.imported(name);
     setWindowTitle(m_file.windowTitle());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AnalysisInputs.h"
 #include "XAnalysisFile.h"
 
 #include <QElapsedTimer>
@@ -51,6 +52,8 @@ public slots:
     // The search the next parseCsv() runs; it falls back to the reproducible
     // one after each run, so a direct parseCsv() runs that.
     void chooseSearch(bool exact, int budgetSeconds);
+    // The files the next parseCsv()'s tables were read from.
+    void chooseFiles(QString const& inputFile, QString const& startFile);
     void parseCsv(XCsv* csv, XCsv* src, int iterations, int seed);
     void csvParseSucceeded(XResult* result);
     void csvParseFailed(QString error);
@@ -74,6 +77,10 @@ private:
     void showCoreLines(int value);
     void reportWrite(bool written, QString const& done, QString const& fileName,
                      QString const& reason);
+    // Says in a message box why a save or export to fileName is refused
+    // before anything is written, and returns true then: it would replace a
+    // file the analysis reads, or the core does not fit the file's format.
+    bool refuseTarget(QString const& fileName, XCsv const* core);
 
     QAction* m_newAction;
     QAction* m_saveAction;
@@ -108,6 +115,7 @@ private:
         int budget = 0;
         int iterations = 0;
         int seed = 0;
+        AnalysisInputs inputs;
     };
     Run m_next;
     Run m_pendingRun;

@@ -53,8 +53,11 @@ XWorkspace* smallWorkspace(bool withStart, int slider)
     auto* csv = new XCsv(QStringLiteral("Name,M,M\nA1,1,2\nA2,3,4\nA3,5,*\n"));
     XCsv* src = withStart ? new XCsv(QStringLiteral("Name,M,M\nS1,7,7\n")) : nullptr;
     XResult::Entries entries;
+    // Counts a reproducible search could report (its own bookkeeping, so
+    // above what the rows hold), each reaching its share of the alleles.
+    const int all = withStart ? 6 : 5;
     for (int p = 1; p <= 100; ++p)
-        entries << XResult::Entry(p <= 50 ? 3 : 5, p <= 50 ? QList<int>{1} : QList<int>{1, 2});
+        entries << XResult::Entry(p <= 50 ? 3 : all, p <= 50 ? QList<int>{1} : QList<int>{1, 2});
     auto* workspace = new XWorkspace(csv, src, new XResult(entries, csv, src));
     if (slider != -1)
         workspace->setSlider(slider);
@@ -207,6 +210,9 @@ private slots:
     void saveGraphPicture();
     void saveGraphRefusesOtherSuffix();
     void exactAbortKeepsPreviousWorkspace();
+    void savesNeverReplaceInputs_data();
+    void savesNeverReplaceInputs();
+    void xlsTooSmallRefusedBeforeWriting();
 
 private:
     QTabWidget* tabs() { return m_window->findChild<QTabWidget*>(QStringLiteral("tabs")); }
@@ -924,24 +930,52 @@ void TestXMainWindow::importReplaces()
 void TestXMainWindow::importRefusesIncomplete_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("empty file") << QByteArray();
-    QTest::newRow("not a workspace") << QByteArray("Name,M\nA,1\n");
-    QTest::newRow("truncated") << QByteArray(
-        "SliderValue=3\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n1,1\n");
-    QTest::newRow("binary") << QByteArray::fromHex("d0cf11e0a1b11ae100ff00ff");
+    QTest::addColumn<QString>("why");
+    const QString whole = QStringLiteral("is not a valid workspace file: it does not hold a whole "
+                                         "analysis");
+    QTest::newRow("empty file") << QByteArray() << whole;
+    QTest::newRow("not a workspace") << QByteArray("Name,M\nA,1\n") << whole;
+    QTest::newRow("truncated") << QByteArray("SliderValue=3\n\n#\n\"N\",\"M\"\n\"a\",1\n\n#\n1,1\n")
+                               << whole;
+    QTest::newRow("binary") << QByteArray::fromHex("d0cf11e0a1b11ae100ff00ff")
+                            << "cannot be imported: is not a text file: it holds NUL bytes";
     // Damage that used to pass: made from a whole workspace of the small table.
-    QScopedPointer<XWorkspace> whole(smallWorkspace(false, 3));
-    const QByteArray text = whole->toString().toUtf8();
-    QTest::newRow("count not a number") << QByteArray(text).replace("1,2,5\n", "1,2,x\n");
-    QTest::newRow("negative count") << QByteArray(text).replace("1,2,5\n", "1,2,-5\n");
+    QScopedPointer<XWorkspace> small(smallWorkspace(false, 3));
+    const QByteArray text = small->toString().toUtf8();
+    // The result's first line is line 10: a settings line, an empty line and
+    // "#", 4 table lines, an empty line and "#".
+    QTest::newRow("count not a number")
+        << QByteArray(text).replace("1,2,5\n", "1,2,x\n")
+        << "is not a valid workspace file: line 60: a result line holds something other than "
+           "row numbers and an allele count of 0 or more";
+    QTest::newRow("negative count")
+        << QByteArray(text).replace("1,2,5\n", "1,2,-5\n")
+        << "is not a valid workspace file: line 60: a result line holds something other than "
+           "row numbers and an allele count of 0 or more";
     QTest::newRow("row named 100000 times")
-        << QByteArray(text).replace("1,3\n", QByteArray("1,").repeated(100000) + "3\n");
-    QTest::newRow("text after the last section") << text + "\nrest of another file\n";
+        << QByteArray(text).replace("1,3\n", QByteArray("1,").repeated(100000) + "3\n")
+        << "is not a valid workspace file: line 10: the core lists 100000 accessions, and the "
+           "input table has 3";
+    QTest::newRow("text after the last section") << text + "\nrest of another file\n" << whole;
+    // What no search writes.
+    QTest::newRow("count above the total")
+        << QByteArray(text).replace("1,2,5\n", "1,2,2147483647\n")
+        << "is not a valid workspace file: line 60: the count 2147483647 is more than the 5 "
+           "alleles the tables hold";
+    QTest::newRow("an input cell of -1")
+        << QByteArray(text).replace("\"A2\",3,4", "\"A2\",-1,4")
+        << "is not a valid workspace file: line 6: \"-1\" under marker M is not an allele (a "
+           "whole number of 0 or more, or * for a missing one)";
+    QTest::newRow("unknown search") << QByteArray("Search=bogus\n") + text
+                                    << "is not a valid workspace file: line 1: the search "
+                                       "\"bogus\" is none that Vireon knows (reproducible or "
+                                       "exact)";
 }
 
 void TestXMainWindow::importRefusesIncomplete()
 {
     QFETCH(QByteArray, content);
+    QFETCH(QString, why);
     QPointer<XWorkspace> shown = smallWorkspace(false, 33);
     m_window->clearWorkspace(shown);
     const QString path = m_dir->filePath(QStringLiteral("bad.ccw"));
@@ -953,9 +987,8 @@ void TestXMainWindow::importRefusesIncomplete()
         modal->close();
     });
     action(QStringLiteral("Import Workspace..."))->trigger();
-    QCOMPARE(seen, QStringLiteral("Error | The file %1 is not a valid workspace file: it does not "
-                                  "hold a whole analysis. The analysis shown stays as it is.")
-                       .arg(path));
+    QCOMPARE(seen, QStringLiteral("Error | The file %1 %2. The analysis shown stays as it is.")
+                       .arg(path, why));
     QCOMPARE(m_window->workspace(), shown.data());
     QCOMPARE(slider()->value(), 33);
 }
@@ -1364,7 +1397,9 @@ void TestXMainWindow::graphAxesLaidOutForEachResult()
     QApplication::processEvents();
     const int narrow = yAxis->width();
     // The next result arrives while the graph is hidden behind the core tab.
-    importByClick(writeWorkspace(wideWorkspace(), QStringLiteral("wide.ccw")));
+    // Its six-digit counts are no search's (Import refuses them), so it is
+    // shown directly.
+    m_window->clearWorkspace(wideWorkspace());
     QCOMPARE(tabs()->currentIndex(), int(XMainWindow::CoreTab));
     QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier,
                       bar->tabRect(XMainWindow::GraphTab).center());
@@ -1551,7 +1586,7 @@ void TestXMainWindow::startingCollectionMarked()
 {
     m_window->clearWorkspace(smallWorkspace(true, 100));
     QCOMPARE(m_window->coverageLine(),
-             QStringLiteral("3 accessions (1 in the starting collection) · the search reports 5 "
+             QStringLiteral("3 accessions (1 in the starting collection) · the search reports 6 "
                             "of 6 alleles · they hold 5 (83.3 %)"));
     // A workspace that records no settings says only what it knows.
     QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search"));
@@ -1658,6 +1693,97 @@ void TestXMainWindow::exactAbortKeepsPreviousWorkspace()
     QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace() != shown.data(), 120000);
     QCOMPARE(m_window->workspace()->search(), QStringLiteral("reproducible"));
     QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));
+}
+
+void TestXMainWindow::savesNeverReplaceInputs_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("role");
+    QTest::newRow("Save As over the input") << "Save As..."
+                                            << "in.csv"
+                                            << "the input table";
+    QTest::newRow("Save As over the start") << "Save As..."
+                                            << "start.csv"
+                                            << "the starting collection";
+    QTest::newRow("Export over the input") << "Export Workspace..."
+                                           << "in.csv"
+                                           << "the input table";
+    QTest::newRow("Export over a link to the start") << "Export Workspace..."
+                                                     << "link.csv"
+                                                     << "the starting collection";
+}
+
+void TestXMainWindow::savesNeverReplaceInputs()
+{
+    QFETCH(QString, action);
+    QFETCH(QString, target);
+    QFETCH(QString, role);
+    // The window knows the files the wizard read the analysis from.
+    const QByteArray inputBytes = readAll(examples + QStringLiteral("/microbov.csv"));
+    const QByteArray startBytes = readAll(examples + QStringLiteral("/microbov_start.csv"));
+    const QString input = m_dir->filePath(QStringLiteral("in.csv"));
+    const QString start = m_dir->filePath(QStringLiteral("start.csv"));
+    QVERIFY(writeText(input, inputBytes));
+    QVERIFY(writeText(start, startBytes));
+    QVERIFY(QFile::link(start, m_dir->filePath(QStringLiteral("link.csv"))));
+    runAnalysis(input, start, 1, 3);
+    QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace(), 120000);
+    const QString path = m_dir->filePath(target);
+    const QString named = role == QLatin1String("the input table") ? input : start;
+    answerSave(path);
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    this->action(action)->trigger();
+    const QString which =
+        path == named ? role : QStringLiteral("the same file as %1, %2").arg(named, role);
+    QCOMPARE(seen, QStringLiteral("Error | %1 is %2 of this analysis, and an output never "
+                                  "replaces a file the analysis reads. Nothing was written.")
+                       .arg(path, which));
+    QCOMPARE(readAll(input), inputBytes);
+    QCOMPARE(readAll(start), startBytes);
+    // Save goes on asking: nothing was chosen.
+    QCOMPARE(m_window->workspace()->savePath(), QString());
+    // Another name is written.
+    answerSave(m_dir->filePath(QStringLiteral("out.ccw")));
+    this->action(action)->trigger();
+    QVERIFY(QFile::exists(m_dir->filePath(QStringLiteral("out.ccw"))));
+}
+
+void TestXMainWindow::xlsTooSmallRefusedBeforeWriting()
+{
+    // 300 allele columns: more than an .xls worksheet's 256.
+    XCsv::Row header{QStringLiteral("Name")};
+    XCsv::Row row{QStringLiteral("A")};
+    for (int c = 0; c < 300; ++c) {
+        header << QStringLiteral("M%1").arg(c);
+        row << c + 1;
+    }
+    auto* csv = new XCsv(XCsv::Grid{header, row});
+    XResult::Entries entries;
+    for (int p = 1; p <= 100; ++p)
+        entries << XResult::Entry(300, {1});
+    m_window->clearWorkspace(new XWorkspace(csv, nullptr, new XResult(entries, csv, nullptr)));
+    const QString path = m_dir->filePath(QStringLiteral("wide.xls"));
+    answerSave(path);
+    QString seen;
+    whenModalOpens([&seen](QWidget* modal) {
+        seen = messageOf(modal);
+        modal->close();
+    });
+    action(QStringLiteral("Save As..."))->trigger();
+    QCOMPARE(seen, QStringLiteral("Error | The core collection cannot be saved as %1: the table "
+                                  "has 301 columns, and an .xls worksheet holds 256. Nothing was "
+                                  "written.")
+                       .arg(path));
+    QVERIFY(!QFile::exists(path));
+    // As text or .xlsx it is written.
+    answerSave(m_dir->filePath(QStringLiteral("wide.xlsx")));
+    action(QStringLiteral("Save As..."))->trigger();
+    QVERIFY(QFile::exists(m_dir->filePath(QStringLiteral("wide.xlsx"))));
 }
 
 QTEST_MAIN(TestXMainWindow)
