@@ -163,7 +163,7 @@ QString TableNotes::duplicateNames(XCsv const& table)
             continue;
         QStringList rows;
         for (int r : entry.second)
-            rows << QString::number(r + 1);
+            rows << QString::number(table.lineOf(r));
         named << tr("%1 (rows %2)")
                      .arg(quoted(entry.first), spokenList(rows, rows.size(), rows.size()));
     }

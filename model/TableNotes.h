@@ -35,7 +35,8 @@ bool hasReturningMarker(QStringList const& headers);
 // "M" (columns 2-3 and 6-7).
 QString returningMarkers(QStringList const& headers);
 // Names the accession names that stand in more than one row, with the rows
-// as a spreadsheet numbers them (the header row is 1).
+// as a spreadsheet numbers them (the header row is 1): the file's lines, so
+// lines left out before them count too.
 QString duplicateNames(XCsv const& table);
 
 // All of the above for a table, one note a line.

@@ -654,15 +654,24 @@ void TestXMainWindow::newToResult()
     // box comes up, although its closing also reaches the abort slots.
     QPointer<QProgressDialog> progress;
     int highest = 0;
-    whenDialogOpens<QProgressDialog>([&](QProgressDialog* dialog) {
-        progress = dialog;
-        QCOMPARE(dialog->minimum(), 1);
-        QCOMPARE(dialog->maximum(), 100);
-        QVERIFY(dialog->autoReset());
-        QVERIFY(dialog->autoClose());
-        connect(dialog, &QProgressDialog::canceled, dialog,
-                [&highest, dialog] { highest = qMax(highest, dialog->value()); });
-    });
+    // The search's progress, not the wizard's "Reading ..." that a loaded
+    // machine may show first.
+    auto searchProgress = [](QWidget* modal) {
+        return qobject_cast<QProgressDialog*>(modal) &&
+               modal->objectName() != QLatin1String("readingProgress");
+    };
+    whenModalOpens(
+        [&](QWidget* modal) {
+            auto* dialog = qobject_cast<QProgressDialog*>(modal);
+            progress = dialog;
+            QCOMPARE(dialog->minimum(), 1);
+            QCOMPARE(dialog->maximum(), 100);
+            QVERIFY(dialog->autoReset());
+            QVERIFY(dialog->autoClose());
+            connect(dialog, &QProgressDialog::canceled, dialog,
+                    [&highest, dialog] { highest = qMax(highest, dialog->value()); });
+        },
+        60000, nullptr, searchProgress);
     QString errorBox;
     whenDialogOpens<QMessageBox>([&errorBox](QMessageBox* box) {
         errorBox = messageOf(box);

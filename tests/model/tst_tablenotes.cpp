@@ -117,6 +117,9 @@ void TestTableNotes::duplicateNames_data()
     QTest::newRow("numbers and text alike")
         << "Name,M\n12,1\n\"12\",2\n"
         << "An accession name stands in more than one row: \"12\" (rows 2 and 3).";
+    QTest::newRow("lines left out count")
+        << "Name,M\nA,1\nB,2,3\nA,3\n"
+        << "An accession name stands in more than one row: \"A\" (rows 2 and 4).";
     QTest::newRow("two names")
         << "Name,M\nA,1\nB,2\nA,3\nB,4\nA,5\n"
         << "2 accession names stand in more than one row: \"A\" (rows 2, 4 and 6) and \"B\" "
