@@ -12,10 +12,12 @@ ranges, damaged and hostile files.
 import datetime
 import json
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
+import warnings
 import zipfile
 
 import openpyxl
@@ -453,6 +455,45 @@ class HostileFiles(unittest.TestCase):
                 self.assertEqual(code, 1, result)
                 suffix = "." + name.split(".")[-1]
                 self.assertEqual(result["error"], prefix(suffix) + message)
+
+    def test_parts_named_twice_refused(self):
+        # Zip archives may name a part twice, and part names do not tell
+        # case apart: which one a reader took would be chance.
+        sheet = sheet_xml('<row><c t="inlineStr"><is><t>a</t></is></c></row>')
+        other = sheet_xml('<row><c t="inlineStr"><is><t>b</t></is></c></row>')
+        xlsx = os.path.join(self.dir.name, "good.xlsx")
+        write_xlsx(xlsx, sheet='<row><c t="inlineStr"><is><t>a</t></is></c></row>')
+        ods = os.path.join(self.dir.name, "good.ods")
+        write_ods(ods, '<table:table table:name="T"><table:table-row>%s</table:table-row>'
+                  "</table:table>" % ods_cell("a"))
+        ods_content = content_xml(
+            '<table:table table:name="T"><table:table-row>%s</table:table-row></table:table>'
+            % ods_cell("b")
+        )
+        cases = [
+            (xlsx, "twice.xlsx", "xl/worksheets/sheet1.xml", other),
+            (xlsx, "case.xlsx", "XL/Worksheets/Sheet1.xml", other),
+            (xlsx, "workbook.xlsx", "xl/workbook.xml", WORKBOOK),
+            (ods, "twice.ods", "content.xml", ods_content),
+            (ods, "case.ods", "Content.XML", ods_content),
+        ]
+        for source, name, part, data in cases:
+            with self.subTest(name=name):
+                path = os.path.join(self.dir.name, name)
+                shutil.copyfile(source, path)
+                with warnings.catch_warnings():
+                    warnings.simplefilter("ignore")  # "Duplicate name"
+                    with zipfile.ZipFile(path, "a") as z:
+                        z.writestr(part, data)
+                code, result = dump(path)
+                self.assertEqual(code, 1, result)
+                suffix = "." + name.split(".")[-1]
+                self.assertEqual(
+                    result["error"], prefix(suffix) + "the file cannot be read as a workbook."
+                )
+        # The sound files read.
+        self.assertEqual(dump(xlsx)[0], 0)
+        self.assertEqual(dump(ods)[0], 0)
 
     def test_encrypted_ods(self):
         path = os.path.join(self.dir.name, "locked.ods")
