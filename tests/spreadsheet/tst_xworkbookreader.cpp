@@ -79,6 +79,8 @@ private slots:
     void readerDiesWithTheProgram();
     void readerLimitsItself();
     void crashLeavesNoCoreFile();
+    void hostileWorkbooksOnTheCommandLine_data();
+    void hostileWorkbooksOnTheCommandLine();
 
 private:
     QString path(QString const& name) const { return m_dir->filePath(name); }
@@ -517,6 +519,45 @@ void TestXWorkbookReader::crashLeavesNoCoreFile()
     QVERIFY(!table);
     QCOMPARE(error, XWorkbookReader::readerStoppedMessage());
     QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList());
+}
+
+void TestXWorkbookReader::hostileWorkbooksOnTheCommandLine_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("message");
+    const QString parsing = QStringLiteral("Error while parsing the %1 file: ");
+    QTest::newRow("part named twice")
+        << "parts_named_twice.ods"
+        << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+    QTest::newRow("part names differing in case")
+        << "names_differ_in_case.xlsx"
+        << parsing.arg(".xlsx") + "the file cannot be read as a workbook.";
+    QTest::newRow("cell text past what a cell holds")
+        << "long_cell.ods"
+        << parsing.arg(".ods") + "the cell at row 2 and column 3 holds more than 32,767 "
+                                 "characters, more than a spreadsheet cell holds.";
+    QTest::newRow("counted spaces past the text budget")
+        << "counted_spaces.ods"
+        << parsing.arg(".ods") + "by the cell at row 41 and column 97, the cells of the first "
+                                 "worksheet hold more than 134,217,728 characters of text, more "
+                                 "than Vireon reads.";
+}
+
+void TestXWorkbookReader::hostileWorkbooksOnTheCommandLine()
+{
+    // Refused as unreadable input, with the message the window shows.
+    QFETCH(QString, name);
+    QFETCH(QString, message);
+    QProcess cli;
+    cli.start(
+        QStringLiteral(VIREON_CLI),
+        {QStringLiteral("-q"), QStringLiteral(VIREON_FIXTURES_DIR "/spreadsheet/hostile/") + name});
+    QVERIFY(cli.waitForFinished(60000));
+    QCOMPARE(cli.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(cli.exitCode(), 2);
+    const QString err = QString::fromUtf8(cli.readAllStandardError());
+    QVERIFY2(err.contains(message), qPrintable(err));
+    QCOMPARE(cli.readAllStandardOutput(), QByteArray());
 }
 
 QTEST_GUILESS_MAIN(TestXWorkbookReader)

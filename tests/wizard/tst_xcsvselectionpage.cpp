@@ -221,6 +221,26 @@ void TestXCsvSelectionPage::damagedWorkbooksSayWhy_data()
     QTest::newRow("truncated .ods")
         << "cut.ods" << ods.left(ods.size() / 2)
         << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+    auto hostile = [](char const* name) {
+        QFile file(QStringLiteral(VIREON_FIXTURES_DIR "/spreadsheet/hostile/") +
+                   QLatin1String(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QTest::newRow("part named twice")
+        << "twice.ods" << hostile("parts_named_twice.ods")
+        << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+    QTest::newRow("part names differing in case")
+        << "case.xlsx" << hostile("names_differ_in_case.xlsx")
+        << parsing.arg(".xlsx") + "the file cannot be read as a workbook.";
+    QTest::newRow("cell text past what a cell holds")
+        << "long.ods" << hostile("long_cell.ods")
+        << parsing.arg(".ods") + "the cell at row 2 and column 3 holds more than 32,767 "
+                                 "characters, more than a spreadsheet cell holds.";
+    QTest::newRow("counted spaces past the text budget")
+        << "spaces.ods" << hostile("counted_spaces.ods")
+        << parsing.arg(".ods") + "by the cell at row 41 and column 97, the cells of the first "
+                                 "worksheet hold more than 134,217,728 characters of text, more "
+                                 "than Vireon reads.";
 }
 
 void TestXCsvSelectionPage::damagedWorkbooksSayWhy()
