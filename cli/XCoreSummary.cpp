@@ -39,10 +39,15 @@ QString XCoreSummary::invalidCell(QString const& which, XCsv const* table)
     int column = 0;
     if (!table || !XAlleles::firstNonAllele(*table, &row, &column))
         return QString();
-    return QStringLiteral("%1 row %2 (%3), column %4: \"%5\"")
+    // A row without a name, or a column without a header, is named by its
+    // number alone, counted as a spreadsheet shows it.
+    const QString label = table->at(row).value(0).toString();
+    const QString header = table->at(0).value(column).toString();
+    return QStringLiteral("%1 row %2%3, column %4: \"%5\"")
         .arg(which)
         .arg(row + 1)
-        .arg(table->at(row).value(0).toString(), table->at(0).value(column).toString(),
+        .arg(label.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(label),
+             header.isEmpty() ? QStringLiteral("%1 (no header)").arg(column + 1) : header,
              table->at(row).value(column).toString());
 }
 

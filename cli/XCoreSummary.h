@@ -17,8 +17,9 @@ public:
     static QString text(XResult& result, int const& total, QString const& seed);
     // Where a table holds a cell that is not an allele, for the line after
     // "Invalid value in csv.": `input row 136 (AFBTLAG9436), column INRA5:
-    // "1.5"`, rows counted as a spreadsheet shows them (the header is row 1).
-    // Empty when there is none.
+    // "1.5"`, rows counted as a spreadsheet shows them (the header is row 1);
+    // `input row 2048, column 16384 (no header): ""` where the row has no
+    // name and the column no header. Empty when there is none.
     static QString invalidCell(QString const& which, XCsv const* table);
     // The lines above for the starting collection ("start") and the input,
     // each ending in a newline.

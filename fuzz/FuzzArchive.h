@@ -11,6 +11,7 @@
 #include <quazipfile.h>
 #include <quazipnewinfo.h>
 
+#include <QBuffer>
 #include <QList>
 #include <QPair>
 
@@ -23,10 +24,14 @@ using Frame = Entries (*)(QList<QByteArray> const& parts);
 
 constexpr char partSeparator[] = "<!--part-->";
 
-// Packs the entries uncompressed, with their true sizes and checksums.
+// Packs the entries uncompressed, with their true sizes and checksums. The
+// archive is made in memory and written at once: the zip library writes a
+// few bytes at a time.
 inline void writeArchive(Entries const& entries)
 {
-    QuaZip zip(fileName());
+    QByteArray archive;
+    QBuffer buffer(&archive);
+    QuaZip zip(&buffer);
     if (!zip.open(QuaZip::mdCreate))
         abort();
     for (auto const& entry : entries) {
@@ -42,6 +47,7 @@ inline void writeArchive(Entries const& entries)
     zip.close();
     if (zip.getZipError() != UNZ_OK)
         abort();
+    writeFile(archive);
 }
 
 inline QList<QByteArray> splitParts(QByteArray const& bytes)

@@ -1,6 +1,7 @@
 // Comma-separated table text: the text constructor, fromString appending to
 // an existing table, the written form read back, and the reading of a
-// file's text with the separator found in it.
+// file's text with the separator found in it. Each input is read no more
+// often than these need: every reading costs as much as the others.
 
 #include "FuzzText.h"
 #include "XCsv.h"
@@ -55,15 +56,14 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size)
     if (appended.rows() != before + table.rows())
         abort();
 
-    // Another separator has the same shape rules; the comma reads exactly as
-    // fromString does.
+    // The reading of a file's text, with the separator found in it: the
+    // comma reads exactly as the text constructor above (fromString on an
+    // empty table), another separator by the same shape rules.
     QChar separator;
     const std::unique_ptr<XCsv> chosen(XCsv::fromText(text, &separator));
     checkShape(*chosen, 0);
     if (separator == QLatin1Char(',')) {
-        XCsv fresh(XCsv::Grid{});
-        fresh.fromString(text);
-        if (fresh.toString() != chosen->toString())
+        if (chosen->data() != table.data() || chosen->columns() != table.columns())
             abort();
     } else if (XCsv::separatorNote(separator).isEmpty()) {
         abort();

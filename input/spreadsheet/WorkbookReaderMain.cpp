@@ -2,7 +2,8 @@
 // the name) and writes what it holds on standard output in the framed form
 // of XWorkbookContent. The programs
 // start it for every workbook they open, so that a file that crashes,
-// stalls or exhausts the workbook library ends this process only.
+// stalls or exhausts the workbook library ends this process only. They
+// also have it die with them (XWorkbookReader).
 #include "WorkbookKind.h"
 #include "XOdsParser.h"
 #include "XWorkbookParser.h"
@@ -14,9 +15,29 @@
 
 #include <cstdio>
 #include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+void limit(int resource, rlim_t soft, rlim_t hard)
+{
+    const rlimit value{soft, hard};
+    setrlimit(resource, &value);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    // Its crashes on damaged files are expected and reported by the
+    // programs: a core file would only litter the user's folder.
+    limit(RLIMIT_CORE, 0, 0);
+    // A time limit of its own, a little past the one the programs keep, for
+    // a reader whose program no longer waits: a stalled read ends by the
+    // alarm, a spinning one by the processor time.
+    const unsigned ownLimit = XWorkbookContent::readingSeconds + 5;
+    alarm(ownLimit);
+    limit(RLIMIT_CPU, ownLimit, ownLimit + 5);
     QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 2) {
@@ -26,8 +47,7 @@ int main(int argc, char** argv)
 #ifndef VIREON_SANITIZED
     // A damaged file must not make the library take all memory; an
     // address-space cap would break the sanitizers' shadow memory.
-    const rlimit limit{rlim_t(8) << 30, rlim_t(8) << 30};
-    setrlimit(RLIMIT_AS, &limit);
+    limit(RLIMIT_AS, rlim_t(8) << 30, rlim_t(8) << 30);
 #endif
     const QString fileName = arguments.at(1);
     XWorkbookContent content;

@@ -14,10 +14,6 @@ const QLatin1String officeNs("urn:oasis:names:tc:opendocument:xmlns:office:1.0")
 const QLatin1String textNs("urn:oasis:names:tc:opendocument:xmlns:text:1.0");
 const QLatin1String manifestNs("urn:oasis:names:tc:opendocument:xmlns:manifest:1.0");
 
-// Excel's limit on the text of one cell; spaces written as a count stop
-// there, so a few bytes cannot ask for gigabytes of them.
-const int maxCellText = 32767;
-
 bool isElement(QXmlStreamReader const& xml, QLatin1String const& ns, char const* name)
 {
     return xml.namespaceUri() == ns && xml.name() == QLatin1String(name);
@@ -58,10 +54,18 @@ bool contentIsEncrypted(QByteArray const& manifest)
 
 // The text of a cell: its paragraphs one per line, with the spaces, tabs
 // and line breaks written as elements; notes attached to the cell are not
-// part of it.
-QString cellText(QXmlStreamReader& xml)
+// part of it. Text that would pass what a cell holds is not made: a count
+// of spaces is weighed before a space is added, and *overLong is set.
+QString cellText(QXmlStreamReader& xml, bool* overLong)
 {
     QString text;
+    *overLong = false;
+    // Whether `more` characters still fit in the cell.
+    auto fits = [&text, overLong](qint64 more) {
+        if (!*overLong && text.size() + more > XWorkbookContent::maxCellText)
+            *overLong = true;
+        return !*overLong;
+    };
     int paragraphs = 0;
     int depth = 1;
     int paragraph = 0; // the depth inside the paragraph being read, or 0
@@ -74,18 +78,21 @@ QString cellText(QXmlStreamReader& xml)
             }
             ++depth;
             if (paragraph == 0 && (isElement(xml, textNs, "p") || isElement(xml, textNs, "h"))) {
-                if (paragraphs++ > 0)
+                if (paragraphs++ > 0 && fits(1))
                     text += QLatin1Char('\n');
                 paragraph = depth;
             } else if (paragraph > 0 && isElement(xml, textNs, "s")) {
                 bool ok = false;
-                const int n = xml.attributes().value(textNs, QLatin1String("c")).toInt(&ok);
-                const int room = qMax(0, maxCellText - text.size());
-                text += QString(qMin(ok && n > 0 ? n : 1, room), QLatin1Char(' '));
+                const qint64 n = xml.attributes().value(textNs, QLatin1String("c")).toLongLong(&ok);
+                const qint64 spaces = ok && n > 0 ? n : 1;
+                if (fits(spaces))
+                    text += QString(int(spaces), QLatin1Char(' '));
             } else if (paragraph > 0 && isElement(xml, textNs, "tab")) {
-                text += QLatin1Char('\t');
+                if (fits(1))
+                    text += QLatin1Char('\t');
             } else if (paragraph > 0 && isElement(xml, textNs, "line-break")) {
-                text += QLatin1Char('\n');
+                if (fits(1))
+                    text += QLatin1Char('\n');
             }
             break;
         case QXmlStreamReader::EndElement:
@@ -94,30 +101,37 @@ QString cellText(QXmlStreamReader& xml)
             --depth;
             break;
         case QXmlStreamReader::Characters:
-            if (paragraph > 0)
+            if (paragraph > 0 && fits(xml.text().size()))
                 text += xml.text();
             break;
         default:
             break;
         }
     }
-    return text;
+    return *overLong ? QString() : text;
 }
 
 // The value of a cell as the table holds it; an invalid variant for a
-// value that is no allele. The reader ends past the cell.
-QVariant cellValue(QXmlStreamReader& xml)
+// value that is no allele. The reader ends past the cell. *overLong is set
+// for a string cell whose text passes what a cell holds.
+QVariant cellValue(QXmlStreamReader& xml, bool* overLong)
 {
     const QXmlStreamAttributes a = xml.attributes();
     const QStringRef type = a.value(officeNs, QLatin1String("value-type"));
     const bool number = type == QLatin1String("float") || type == QLatin1String("percentage") ||
                         type == QLatin1String("currency");
     const QStringRef stringValue = a.value(officeNs, QLatin1String("string-value"));
-    const QString text = cellText(xml);
+    bool textOverLong = false;
+    const QString text = cellText(xml, &textOverLong);
+    *overLong = false;
     if (type.isEmpty())
         return QString(QLatin1String(""));
-    if (type == QLatin1String("string"))
-        return stringValue.isNull() ? text : stringValue.toString();
+    if (type == QLatin1String("string")) {
+        if (!stringValue.isNull())
+            return stringValue.toString();
+        *overLong = textOverLong;
+        return text;
+    }
     if (!number)
         return QVariant(); // date, time, boolean
     // A number without its value is a formula never computed, as in .xlsx.
@@ -166,14 +180,18 @@ bool Reading::row(QXmlStreamReader& xml, qint64 at, qint64 rows, XSheetCells& ce
             continue;
         }
         const qint64 columns = repeat(xml.attributes(), "number-columns-repeated");
-        const QVariant value = cellValue(xml);
+        bool overLong = false;
+        const QVariant value = cellValue(xml, &overLong);
+        if (overLong)
+            return fail(XWorkbookContent::LongCell, at, column);
         const bool empty =
             value.isValid() && value.userType() == QMetaType::QString && value.toString().isEmpty();
         // Empty runs only move on: a row of empty cells repeated to the
         // last column of the sheet is usual and costs nothing.
-        if (!empty && !cells.add(at, column, value, rows, columns))
-            return fail(XWorkbookContent::TooLarge, qMax(at + rows, at + 1),
-                        qMax(column + columns, column + 1));
+        if (!empty && !cells.add(at, column, value, rows, columns)) {
+            m_failure = cells.refusal();
+            return false;
+        }
         column = qMin<qint64>(column + columns, XWorkbookContent::maxColumns + 1);
     }
     return false;

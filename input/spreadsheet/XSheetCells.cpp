@@ -6,12 +6,34 @@
 
 bool XSheetCells::add(qint64 row, qint64 column, QVariant const& value, qint64 rows, qint64 columns)
 {
+    auto refuse = [this](XWorkbookContent::Code code, qint64 r, qint64 c) {
+        m_refusal = XWorkbookContent();
+        m_refusal.code = code;
+        m_refusal.row = qint32(qBound<qint64>(0, r, XWorkbookContent::maxRows + 1));
+        m_refusal.column = qint32(qBound<qint64>(0, c, XWorkbookContent::maxColumns + 1));
+        return false;
+    };
     if (row < 0 || column < 0 || rows < 1 || columns < 1 ||
         row + rows > XWorkbookContent::maxRows || column + columns > XWorkbookContent::maxColumns)
-        return false;
-    if (value.isValid() && value.userType() == QMetaType::QString && value.toString().isEmpty())
+        return refuse(XWorkbookContent::TooLarge, qMax(row + rows, row + 1),
+                      qMax(column + columns, column + 1));
+    if (!value.isValid() || value.userType() != QMetaType::QString) {
+        m_runs.push_back(Run{row, column, rows, columns, value});
         return true;
-    m_runs.push_back(Run{row, column, rows, columns, value});
+    }
+    const QString text = value.toString();
+    if (text.isEmpty())
+        return true;
+    if (text.size() > XWorkbookContent::maxCellText)
+        return refuse(XWorkbookContent::LongCell, row, column);
+    // At most 2^20 x 2^14 cells of 2^15 characters: no overflow.
+    m_characters += qint64(text.size()) * rows * columns;
+    if (m_characters > XWorkbookContent::maxTextCharacters)
+        return refuse(XWorkbookContent::TooMuchText, row, column);
+    auto kept = m_texts.constFind(text);
+    if (kept == m_texts.constEnd())
+        kept = m_texts.insert(text);
+    m_runs.push_back(Run{row, column, rows, columns, *kept});
     return true;
 }
 

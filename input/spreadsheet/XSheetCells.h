@@ -2,6 +2,7 @@
 
 #include "XWorkbookContent.h"
 
+#include <QSet>
 #include <QVariant>
 
 #include <vector>
@@ -17,9 +18,15 @@ public:
     // Adds a value for the rows [row, row + rows) and the columns
     // [column, column + columns), counted from 0. An invalid value stands
     // for a cell that is neither text nor a whole number; empty text is an
-    // empty cell and not kept. False, and nothing added, past the largest
-    // worksheet (XWorkbookContent::maxRows x maxColumns).
+    // empty cell and not kept. False, nothing added and refusal() set past
+    // the largest worksheet (XWorkbookContent::maxRows x maxColumns), for
+    // text longer than a cell holds, or when the text of every cell added,
+    // each repetition counted, passes XWorkbookContent::maxTextCharacters:
+    // the run is counted before it is ever unpacked.
     bool add(qint64 row, qint64 column, QVariant const& value, qint64 rows = 1, qint64 columns = 1);
+    // Why the last add() failed: TooLarge with the extent the run reaches,
+    // LongCell or TooMuchText with the run's first cell.
+    XWorkbookContent const& refusal() const { return m_refusal; }
 
     // What the cells come to, checked in the order of the .xls reader: a
     // sparse sheet, one past maxCells, an empty sheet, the first bad cell in
@@ -46,4 +53,9 @@ private:
         QVariant value;
     };
     std::vector<Run> m_runs;
+    // Equal texts are kept once: a sheet of one long text repeated cell
+    // after cell costs one copy of it.
+    QSet<QString> m_texts;
+    qint64 m_characters = 0;
+    XWorkbookContent m_refusal;
 };

@@ -87,7 +87,8 @@ QString XSpreadsheet::parseErrorMessage(int row, int column)
     return XWorkbookReader::parseErrorMessage(row, column);
 }
 
-XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes)
+XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes,
+                         std::atomic<bool> const* cancel)
 {
     const bool workbook = isWorkbook(workbookKind(fileName));
     if (!isKnownSuffix(fileName)) {
@@ -97,7 +98,7 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
     }
     QString problem = TextFile::problem(fileName);
     if (problem.isEmpty() && workbook)
-        return XWorkbookReader::read(fileName, error);
+        return XWorkbookReader::read(fileName, error, cancel);
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
     if (problem.isEmpty() && TextFile::read(fileName, &text, &problem, &encoding)) {

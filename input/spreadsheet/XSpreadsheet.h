@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
+
 class XCsv;
 
 // Reads and writes tables as files, chosen by the file name's suffix
@@ -18,8 +20,10 @@ public:
     // message to show the user. Only a regular file within the size limit is
     // read. *notes, when given, receives what the user should know about a
     // table that was read (an encoding other than UTF-8, a separator other
-    // than the comma).
-    static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr);
+    // than the comma). A workbook's reading ends soon after *cancel turns
+    // true, with null and *error empty.
+    static XCsv* read(QString const& fileName, QString* error, QStringList* notes = nullptr,
+                      std::atomic<bool> const* cancel = nullptr);
     // A name ending in ".xls" or ".xlsx" becomes a workbook, any other
     // comma-separated text (".ods" too: it is not written). The file is
     // replaced atomically; returns whether it was written, and if not sets

@@ -6,7 +6,7 @@ namespace {
 
 const quint32 openingMagic = 0x56584c53; // "VXLS"
 const quint32 closingMagic = 0x454e4421; // "END!"
-const qint32 version = 1;
+const qint32 version = 2;
 const quint8 intTag = 'i';
 const quint8 textTag = 's';
 
@@ -41,12 +41,13 @@ bool XWorkbookContent::decode(QByteArray const& bytes, XWorkbookContent& content
     content = XWorkbookContent();
     in >> magic >> frameVersion >> code >> content.row >> content.column >> rows >> columns;
     if (in.status() != QDataStream::Ok || magic != openingMagic || frameVersion != version ||
-        code < Read || code > NotWorkbook || rows < 0 || columns < 0 || rows > maxRows ||
+        code < Read || code > TooMuchText || rows < 0 || columns < 0 || rows > maxRows ||
         columns > maxColumns || qint64(rows) * columns > maxCells ||
         (rows == 0) != (columns == 0) || (code != Read && rows != 0))
         return false;
     content.code = Code(code);
     content.grid.reserve(rows);
+    qint64 characters = 0;
     for (int r = 0; r < rows; ++r) {
         XCsv::Row row;
         row.reserve(columns);
@@ -60,6 +61,9 @@ bool XWorkbookContent::decode(QByteArray const& bytes, XWorkbookContent& content
             } else if (tag == textTag) {
                 QString text;
                 in >> text;
+                characters += text.size();
+                if (text.size() > maxCellText || characters > maxTextCharacters)
+                    return false;
                 // A null string would read back as a different cell.
                 row << (text.isNull() ? QString(QLatin1String("")) : text);
             } else {

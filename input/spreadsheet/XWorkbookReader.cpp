@@ -6,36 +6,74 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QLocale>
 #include <QProcess>
 #include <QTimer>
 
-#include <atomic>
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
 
 namespace {
 
-std::atomic<int> readingLimit{30000};
+std::atomic<int> readingLimit{XWorkbookContent::readingSeconds * 1000};
 
 // Starting a program takes milliseconds; this only bounds a stuck exec.
 const int startLimitMs = 10000;
+// How often a wait looks at the cancel flag: well within the tenth of a
+// second in which Cancel must end the reader.
+const int pollMs = 10;
 
-// Runs the reader on one file and returns what it wrote, or sets `started`
-// / `finished` false when it could not start or did not end well.
-QByteArray runReader(QString const& fileName, bool& started, bool& finished)
+// The reader program, set up to die with the thread that starts it: a
+// window or command line killed while a workbook is read would otherwise
+// leave the reader running for nobody.
+class ReaderProcess : public QProcess
 {
-    QProcess process;
+public:
+    ReaderProcess() : m_parent(getpid()) {}
+
+protected:
+    // Runs in the child, between fork and exec; the signal survives exec.
+    void setupChildProcess() override
+    {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        // A parent that died before the signal was asked for has already
+        // handed the child to another process, whose death it would wait
+        // for instead.
+        if (getppid() != m_parent)
+            _exit(127);
+    }
+
+private:
+    const pid_t m_parent;
+};
+
+enum class Ending { Answered, Failed, NotStarted, Cancelled };
+
+// Runs the reader on one file and returns what it wrote, with how it ended.
+QByteArray runReader(QString const& fileName, std::atomic<bool> const* cancel, Ending& ending)
+{
+    ReaderProcess process;
     // Its diagnostics (a sanitizer report, say) belong in our own.
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(XWorkbookReader::program(), {fileName}, QIODevice::ReadOnly);
-    started = process.waitForStarted(startLimitMs);
-    finished = false;
-    if (!started) {
+    if (!process.waitForStarted(startLimitMs)) {
         process.kill();
         process.waitForFinished(-1);
+        ending = Ending::NotStarted;
         return QByteArray();
     }
     process.closeWriteChannel();
+    bool cancelled = false;
+    // Cancelled, or sent more than any content within the limits encodes
+    // to: what is read is never larger than the cell and text budgets.
+    auto mustStop = [&] {
+        cancelled = cancelled || (cancel && cancel->load());
+        return cancelled || process.bytesAvailable() > XWorkbookContent::maxFrameBytes;
+    };
     const int limit = XWorkbookReader::readingLimitMs();
     if (QCoreApplication::instance()) {
         // Waiting in an event loop keeps windows painted; user input stays
@@ -44,20 +82,36 @@ QByteArray runReader(QString const& fileName, bool& started, bool& finished)
         QTimer timer;
         timer.setSingleShot(true);
         QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (mustStop())
+                loop.quit();
+        });
+        QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop, [&] {
+            if (mustStop())
+                loop.quit();
+        });
         QObject::connect(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &loop,
                          &QEventLoop::quit);
         timer.start(limit);
-        if (process.state() != QProcess::NotRunning)
+        poll.start(pollMs);
+        if (process.state() != QProcess::NotRunning && !mustStop())
             loop.exec(QEventLoop::ExcludeUserInputEvents);
     } else {
-        process.waitForFinished(limit);
+        QElapsedTimer clock;
+        clock.start();
+        while (process.state() != QProcess::NotRunning && !mustStop() && clock.elapsed() < limit)
+            process.waitForFinished(pollMs);
     }
-    if (process.state() != QProcess::NotRunning) {
+    if (process.state() != QProcess::NotRunning || mustStop()) {
         process.kill();
         process.waitForFinished(-1);
+        ending = cancelled ? Ending::Cancelled : Ending::Failed;
         return QByteArray();
     }
-    finished = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    ending = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0
+                 ? Ending::Answered
+                 : Ending::Failed;
     return process.readAllStandardOutput();
 }
 
@@ -98,13 +152,49 @@ QString tr(char const* text)
 
 } // namespace
 
+namespace {
+
+// The .xls cell message keeps the zero-based position it has always shown;
+// every other position is counted from 1.
+int shown(int position, QString const& suffix)
+{
+    return suffix == workbookSuffix(WorkbookKind::Xls) ? position : position + 1;
+}
+
+// Large counts with their thousands apart, whatever the user's language.
+QString count(qint64 n)
+{
+    return QLocale(QLocale::English).toString(n);
+}
+
+} // namespace
+
 QString XWorkbookReader::parseErrorMessage(int row, int column, QString const& suffix)
 {
     return tr("Error while parsing the %3 file: cell at row %1 and column %2 does not appear to "
               "be a valid string or number.")
-        .arg(row)
-        .arg(column)
+        .arg(shown(row, suffix))
+        .arg(shown(column, suffix))
         .arg(suffix);
+}
+
+QString XWorkbookReader::longCellMessage(int row, int column, QString const& suffix)
+{
+    return tr("Error while parsing the %3 file: the cell at row %1 and column %2 holds more than "
+              "%4 characters, more than a spreadsheet cell holds.")
+        .arg(row + 1)
+        .arg(column + 1)
+        .arg(suffix, count(XWorkbookContent::maxCellText));
+}
+
+QString XWorkbookReader::tooMuchTextMessage(int row, int column, QString const& suffix)
+{
+    return tr("Error while parsing the %3 file: by the cell at row %1 and column %2, the cells "
+              "of the first worksheet hold more than %4 characters of text, more than Vireon "
+              "reads.")
+        .arg(row + 1)
+        .arg(column + 1)
+        .arg(suffix, count(XWorkbookContent::maxTextCharacters));
 }
 
 QString XWorkbookReader::unreadableMessage(QString const& suffix)
@@ -179,7 +269,8 @@ QString XWorkbookReader::readerStoppedMessage(QString const& suffix)
         .arg(suffix);
 }
 
-XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
+XCsv* XWorkbookReader::read(QString const& fileName, QString* error,
+                            std::atomic<bool> const* cancel)
 {
     auto fail = [error](QString const& message) -> XCsv* {
         if (error)
@@ -192,13 +283,14 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
     QString suffix = workbookSuffix(workbookKind(fileName));
     if (!isWorkbook(workbookKind(fileName)))
         suffix = workbookSuffix(WorkbookKind::Xls);
-    bool started = false;
-    bool finished = false;
-    const QByteArray frame = runReader(fileName, started, finished);
-    if (!started)
+    Ending ending = Ending::Failed;
+    const QByteArray frame = runReader(fileName, cancel, ending);
+    if (ending == Ending::NotStarted)
         return fail(readerNotStartedMessage(suffix));
+    if (ending == Ending::Cancelled)
+        return fail(QString());
     XWorkbookContent content;
-    if (!finished || !XWorkbookContent::decode(frame, content))
+    if (ending != Ending::Answered || !XWorkbookContent::decode(frame, content))
         return fail(readerStoppedMessage(suffix));
     switch (content.code) {
     case XWorkbookContent::Read:
@@ -221,6 +313,10 @@ XCsv* XWorkbookReader::read(QString const& fileName, QString* error)
         return fail(emptyFileMessage(suffix));
     case XWorkbookContent::NotWorkbook:
         return fail(notWorkbookMessage(suffix));
+    case XWorkbookContent::LongCell:
+        return fail(longCellMessage(content.row, content.column, suffix));
+    case XWorkbookContent::TooMuchText:
+        return fail(tooMuchTextMessage(content.row, content.column, suffix));
     default:
         return fail(unreadableMessage(suffix));
     }

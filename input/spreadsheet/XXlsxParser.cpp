@@ -324,7 +324,10 @@ bool Reading::cell(QXmlStreamReader& xml, qint64 row, qint64& column, XSheetCell
         // Truth values, errors and ISO dates are no alleles.
         value = QVariant();
     }
-    cells.add(at, column, value);
+    if (!cells.add(at, column, value)) {
+        m_failure = cells.refusal();
+        return false;
+    }
     return true;
 }
 

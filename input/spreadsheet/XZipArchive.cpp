@@ -8,6 +8,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QSet>
 
 #include <new>
 
@@ -42,7 +43,30 @@ XZipArchive::XZipArchive(QString const& fileName)
     m_readable = true;
     m_buffer = std::make_unique<ArchiveBytes>(&m_bytes);
     m_zip = std::make_unique<QuaZip>(m_buffer.get());
-    m_open = m_zip->open(QuaZip::mdUnzip);
+    m_open = m_zip->open(QuaZip::mdUnzip) && namesAreUnique();
+}
+
+bool XZipArchive::namesAreUnique()
+{
+    // Part names are compared without regard to case, so two parts whose
+    // names differ only in case are one name twice. Which of them a reader
+    // takes is up to the reader; a file that holds both is damaged, and
+    // taking either one in silence could show a table that is not the
+    // file's.
+    QSet<QString> seen;
+    for (bool more = m_zip->goToFirstFile(); more; more = m_zip->goToNextFile()) {
+        const QString name = m_zip->getCurrentFileName().toCaseFolded();
+        if (seen.contains(name)) {
+            m_damaged = true;
+            return false;
+        }
+        seen.insert(name);
+    }
+    // A directory that cannot be walked to its end is damaged too; an empty
+    // one ends at once.
+    const int error = m_zip->getZipError();
+    m_damaged = error != UNZ_OK && error != UNZ_END_OF_LIST_OF_FILE;
+    return !m_damaged;
 }
 
 XWorkbookContent::Code XZipArchive::openFailure() const
@@ -51,6 +75,8 @@ XWorkbookContent::Code XZipArchive::openFailure() const
         return XWorkbookContent::Unreadable;
     if (m_bytes.isEmpty())
         return XWorkbookContent::EmptyFile;
+    if (m_damaged)
+        return XWorkbookContent::Unreadable;
     // Every zip archive starts with a local header or, when empty, with the
     // end of its directory.
     return m_bytes.startsWith("PK") ? XWorkbookContent::Unreadable : XWorkbookContent::NotWorkbook;

@@ -24,7 +24,8 @@ public:
     XZipArchive(XZipArchive const&) = delete;
     XZipArchive& operator=(XZipArchive const&) = delete;
 
-    // Whether the file is a zip archive whose directory could be read.
+    // Whether the file is a zip archive whose directory could be read and
+    // names each part once.
     bool isOpen() const { return m_open; }
     // The whole file as read (empty when it could not be read).
     QByteArray const& bytes() const { return m_bytes; }
@@ -37,9 +38,14 @@ public:
     Status read(QString const& name, QByteArray* bytes);
 
 private:
+    // False, and the archive damaged, for a directory that names one part
+    // twice (in any case) or cannot be walked to its end.
+    bool namesAreUnique();
+
     QByteArray m_bytes;
     std::unique_ptr<QBuffer> m_buffer;
     std::unique_ptr<QuaZip> m_zip;
     bool m_readable = false;
     bool m_open = false;
+    bool m_damaged = false;
 };

@@ -11,6 +11,7 @@
 #include <QProgressDialog>
 #include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 #include <atomic>
 #include <memory>
@@ -28,6 +29,8 @@ struct Reading
     XCsv* table = nullptr;
     QString error;
     QStringList notes;
+    // Set by Cancel: a workbook's reader program is ended at once.
+    std::atomic<bool> cancel{false};
 
     ~Reading() { delete table; }
 };
@@ -56,11 +59,23 @@ protected:
         default:
             return false;
         }
-        auto* widget = qobject_cast<QWidget*>(watched);
-        return !(m_allowed && widget && (widget == m_allowed || m_allowed->isAncestorOf(widget)));
+        return !isAllowed(watched);
     }
 
 private:
+    bool isAllowed(QObject* watched) const
+    {
+        if (!m_allowed)
+            return false;
+        // The window system hands a click to the dialog's window first,
+        // which passes it on to the button: held back at the window, a
+        // click never reached Cancel.
+        if (watched->isWindowType())
+            return watched == m_allowed->windowHandle();
+        auto* widget = qobject_cast<QWidget*>(watched);
+        return widget && (widget == m_allowed || m_allowed->isAncestorOf(widget));
+    }
+
     QPointer<QWidget> m_allowed;
 };
 
@@ -74,7 +89,8 @@ TableReading::Outcome TableReading::read(QWidget* parent, QString const& fileNam
     reading->home = QThread::currentThread();
     ++runningReads;
     QThread* thread = QThread::create([reading] {
-        XCsv* read = XSpreadsheet::read(reading->fileName, &reading->error, &reading->notes);
+        XCsv* read = XSpreadsheet::read(reading->fileName, &reading->error, &reading->notes,
+                                        &reading->cancel);
         // Handed to the thread that asked, which will own it.
         if (read)
             read->moveToThread(reading->home);
@@ -101,6 +117,7 @@ TableReading::Outcome TableReading::read(QWidget* parent, QString const& fileNam
         hold.allow(progress.get());
         QObject::connect(progress.get(), &QProgressDialog::canceled, &loop, [&] {
             cancelled = true;
+            reading->cancel = true;
             loop.quit();
         });
         progress->show();

@@ -16,8 +16,9 @@ public:
     enum Outcome { Read, Failed, Cancelled };
 
     // Read: *table holds the table (the caller owns it) and *notes what the
-    // user should know about it. Failed: *error says why. Cancelled: the
-    // read goes on in the background and its table is dropped.
+    // user should know about it. Failed: *error says why. Cancelled: a
+    // workbook's reader program is ended at once; a text file's read goes
+    // on in the background and its table is dropped.
     static Outcome read(QWidget* parent, QString const& fileName, XCsv** table, QString* error,
                         QStringList* notes);
     // Reads still under way, cancelled ones included.

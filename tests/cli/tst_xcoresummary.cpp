@@ -27,6 +27,7 @@ private slots:
     void equalNeighboursShareALine();
     void sameCoreApartGetsOwnLines();
     void startingCollectionCounted();
+    void invalidCellNamed();
 };
 
 void TestXCoreSummary::equalNeighboursShareALine()
@@ -70,6 +71,21 @@ void TestXCoreSummary::startingCollectionCounted()
                             "1\t2\t5\t5\n"
                             "2\t3\t7\t6\n"
                             "Total alleles: 7; seed: 3\n"));
+}
+
+void TestXCoreSummary::invalidCellNamed()
+{
+    const QString input = QStringLiteral("input");
+    XCsv named(XCsv::Grid{{"Name", "M1", "M1"}, {"a", 1, 2}, {"b", 3, "1.5"}});
+    QCOMPARE(XCoreSummary::invalidCell(input, &named),
+             QStringLiteral("input row 3 (b), column M1: \"1.5\""));
+    XCsv valid(XCsv::Grid{{"Name", "M1"}, {"a", 1}});
+    QCOMPARE(XCoreSummary::invalidCell(input, &valid), QString());
+    // A workbook's first row can be shorter than the rest: the cell is
+    // still named by its place.
+    XCsv unnamed(XCsv::Grid{{"Name", "", ""}, {"a", 1, 2}, {"", 1, ""}});
+    QCOMPARE(XCoreSummary::invalidCell(input, &unnamed),
+             QStringLiteral("input row 3, column 3 (no header): \"\""));
 }
 
 QTEST_GUILESS_MAIN(TestXCoreSummary)

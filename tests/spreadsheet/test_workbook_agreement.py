@@ -12,10 +12,12 @@ ranges, damaged and hostile files.
 import datetime
 import json
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
+import warnings
 import zipfile
 
 import openpyxl
@@ -28,6 +30,9 @@ CLI = None
 EXAMPLES = None
 ENV = dict(os.environ, LC_ALL="C.UTF-8")
 LARGE_ROWS = int(os.environ.get("VIREON_LARGE_SHEET_ROWS", "10000"))
+# The most memory a refusal may take, in MB. The sanitizers keep up to 256 MB
+# of freed memory aside to catch its later use.
+PEAK_LIMIT_MB = 600 if os.environ.get("VIREON_SANITIZED") == "1" else 200
 
 
 def dump(path):
@@ -36,7 +41,26 @@ def dump(path):
     return done.returncode, (json.loads(out) if out else None)
 
 
+def dump_with_peak(path):
+    """As dump, with the peak memory in MB of xlstool and the reader program
+    it starts, whichever is larger (a fresh interpreter sees only them)."""
+    probe = (
+        "import resource, subprocess, sys\n"
+        "done = subprocess.run(sys.argv[1:], capture_output=True, timeout=300)\n"
+        "sys.stdout.write(done.stdout.decode('utf-8'))\n"
+        "sys.stderr.write(str(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss))\n"
+        "sys.exit(done.returncode)\n"
+    )
+    done = subprocess.run(
+        [sys.executable, "-c", probe, TOOL, "dump", path], capture_output=True, env=ENV, timeout=300
+    )
+    out = done.stdout.decode("utf-8").strip()
+    return done.returncode, (json.loads(out) if out else None), int(done.stderr) / 1024
+
+
 def bad_cell(suffix, row, column):
+    """The cell message, with the position as it shows it: counted from 1 in
+    .xlsx and .ods, as the spreadsheets do (only .xls keeps 0)."""
     return (
         "Error while parsing the %s file: cell at row %d and column %d does not appear to be a "
         "valid string or number." % (suffix, row, column)
@@ -258,7 +282,7 @@ class XlsxFromOpenpyxl(unittest.TestCase):
                 rows = [["Name", "M1", "M1"], ["A", 1, 2], ["B", 3, value]]
                 code, result = dump(self.write(rows))
                 self.assertEqual(code, 1, result)
-                self.assertEqual(result["error"], bad_cell(".xlsx", 2, 2))
+                self.assertEqual(result["error"], bad_cell(".xlsx", 3, 3))
 
     def test_whole_number_shown_as_date_refused(self):
         path = self.write([["Name", "M1"], ["A", 45000]])
@@ -266,7 +290,7 @@ class XlsxFromOpenpyxl(unittest.TestCase):
         book.active["B2"].number_format = "dd/mm/yyyy"
         book.save(path)
         code, result = dump(path)
-        self.assertEqual(result["error"], bad_cell(".xlsx", 1, 1))
+        self.assertEqual(result["error"], bad_cell(".xlsx", 2, 2))
         # A number format with text in quotes only is no date.
         book.active["B2"].number_format = '0 "days"'
         book.save(path)
@@ -339,7 +363,7 @@ class XlsxAssembled(unittest.TestCase):
         styles = '<cellXfs count="2"><xf numFmtId="0"/><xf numFmtId="14"/></cellXfs>'
         sheet = '<row r="1"><c r="A1"><v>1</v></c><c r="B1" s="1"><v>2</v></c></row>'
         code, result = self.read(sheet=sheet, styles=styles)
-        self.assertEqual(result["error"], bad_cell(".xlsx", 0, 1))
+        self.assertEqual(result["error"], bad_cell(".xlsx", 1, 2))
 
     def test_past_the_largest_sheet(self):
         code, result = self.read(sheet='<row r="1"><c r="XFE1"><v>1</v></c></row>')
@@ -402,6 +426,20 @@ class XlsxAssembled(unittest.TestCase):
         self.assertEqual(code, 1, result)
         self.assertEqual(result["error"], prefix(".xlsx") + "the file cannot be read as a workbook.")
 
+    def test_over_long_shared_string_refused(self):
+        shared = "<si><t>Name</t></si><si><t>%s</t></si>" % ("x" * 32768)
+        sheet = (
+            '<row r="1"><c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>0</v></c></row>'
+            '<row r="2"><c r="A2" t="s"><v>0</v></c><c r="B2" t="s"><v>1</v></c></row>'
+        )
+        code, result = self.read(sheet=sheet, shared=shared)
+        self.assertEqual(code, 1, result)
+        self.assertEqual(
+            result["error"],
+            prefix(".xlsx") + "the cell at row 2 and column 2 holds more than 32,767 characters, "
+            "more than a spreadsheet cell holds.",
+        )
+
     def test_empty_sheet(self):
         code, result = self.read(sheet="")
         self.assertEqual(result["error"], prefix(".xlsx") + "the first worksheet is empty.")
@@ -454,6 +492,45 @@ class HostileFiles(unittest.TestCase):
                 suffix = "." + name.split(".")[-1]
                 self.assertEqual(result["error"], prefix(suffix) + message)
 
+    def test_parts_named_twice_refused(self):
+        # Zip archives may name a part twice, and part names do not tell
+        # case apart: which one a reader took would be chance.
+        sheet = sheet_xml('<row><c t="inlineStr"><is><t>a</t></is></c></row>')
+        other = sheet_xml('<row><c t="inlineStr"><is><t>b</t></is></c></row>')
+        xlsx = os.path.join(self.dir.name, "good.xlsx")
+        write_xlsx(xlsx, sheet='<row><c t="inlineStr"><is><t>a</t></is></c></row>')
+        ods = os.path.join(self.dir.name, "good.ods")
+        write_ods(ods, '<table:table table:name="T"><table:table-row>%s</table:table-row>'
+                  "</table:table>" % ods_cell("a"))
+        ods_content = content_xml(
+            '<table:table table:name="T"><table:table-row>%s</table:table-row></table:table>'
+            % ods_cell("b")
+        )
+        cases = [
+            (xlsx, "twice.xlsx", "xl/worksheets/sheet1.xml", other),
+            (xlsx, "case.xlsx", "XL/Worksheets/Sheet1.xml", other),
+            (xlsx, "workbook.xlsx", "xl/workbook.xml", WORKBOOK),
+            (ods, "twice.ods", "content.xml", ods_content),
+            (ods, "case.ods", "Content.XML", ods_content),
+        ]
+        for source, name, part, data in cases:
+            with self.subTest(name=name):
+                path = os.path.join(self.dir.name, name)
+                shutil.copyfile(source, path)
+                with warnings.catch_warnings():
+                    warnings.simplefilter("ignore")  # "Duplicate name"
+                    with zipfile.ZipFile(path, "a") as z:
+                        z.writestr(part, data)
+                code, result = dump(path)
+                self.assertEqual(code, 1, result)
+                suffix = "." + name.split(".")[-1]
+                self.assertEqual(
+                    result["error"], prefix(suffix) + "the file cannot be read as a workbook."
+                )
+        # The sound files read.
+        self.assertEqual(dump(xlsx)[0], 0)
+        self.assertEqual(dump(ods)[0], 0)
+
     def test_encrypted_ods(self):
         path = os.path.join(self.dir.name, "locked.ods")
         write_ods(path, "", encrypted=True)
@@ -488,7 +565,7 @@ class OdsFiles(unittest.TestCase):
                 write_ods_with_odfpy(self.path("bad.ods"), [("T", [["Name", "M"], ["A", 1], [value, 2]])])
                 code, result = dump(self.path("bad.ods"))
                 self.assertEqual(code, 1, result)
-                self.assertEqual(result["error"], bad_cell(".ods", 2, 0))
+                self.assertEqual(result["error"], bad_cell(".ods", 3, 1))
 
     def test_repeats_kept_within_the_used_extent(self):
         # As office suites write them: runs of equal cells, and empty rows
@@ -586,6 +663,66 @@ class OdsFiles(unittest.TestCase):
             prefix(".ods") + "the first worksheet reaches row 1000000 and column 1000, more cells "
             "than Vireon reads.",
         )
+
+    def test_counted_spaces_refused_at_once(self):
+        # 60,000 cells of 32,767 spaces each, written as a count: 23 KB of
+        # zip that once cost the reader 3.9 GB. The text is weighed before
+        # it is made, and the cells past the text budget are never read.
+        cell = (
+            '<table:table-cell office:value-type="string"><text:p><text:s text:c="32767"/>'
+            "</text:p></table:table-cell>"
+        )
+        row = "<table:table-row>%s</table:table-row>" % (cell * 100)
+        write_ods(self.path("spaces.ods"), '<table:table table:name="T">%s</table:table>' % (row * 600))
+        self.assertLess(os.path.getsize(self.path("spaces.ods")), 60000)
+        code, result, peak = dump_with_peak(self.path("spaces.ods"))
+        self.assertEqual(code, 1, result)
+        self.assertEqual(
+            result["error"],
+            prefix(".ods") + "by the cell at row 41 and column 97, the cells of the first "
+            "worksheet hold more than 134,217,728 characters of text, more than Vireon reads.",
+        )
+        self.assertLess(peak, PEAK_LIMIT_MB, "peak memory in MB")
+
+    def test_over_long_cell_refused(self):
+        table = (
+            '<table:table table:name="T"><table:table-row>%s%s%s</table:table-row>'
+            "<table:table-row>%s%s"
+            '<table:table-cell office:value-type="string"><text:p>a<text:s text:c="32767"/>'
+            "</text:p></table:table-cell></table:table-row></table:table>"
+            % (ods_cell("Name"), ods_cell("M1"), ods_cell("M1"), ods_cell("A"), ods_cell(1))
+        )
+        write_ods(self.path("long.ods"), table)
+        code, result = dump(self.path("long.ods"))
+        self.assertEqual(code, 1, result)
+        self.assertEqual(
+            result["error"],
+            prefix(".ods") + "the cell at row 2 and column 3 holds more than 32,767 characters, "
+            "more than a spreadsheet cell holds.",
+        )
+        # The most a cell holds is read.
+        write_ods(self.path("full.ods"), table.replace('c="32767"', 'c="32766"'))
+        code, result = dump(self.path("full.ods"))
+        self.assertEqual(code, 0, result)
+        self.assertEqual(result["rows"][1][2], ["s", "a" + " " * 32766])
+
+    def test_repeated_text_past_the_budget(self):
+        # One cell of a hundred characters repeated over a thousand rows of
+        # the widest sheet: counted, not unpacked.
+        table = (
+            '<table:table table:name="T"><table:table-row table:number-rows-repeated="1000">'
+            '<table:table-cell office:value-type="string" table:number-columns-repeated="16384">'
+            "<text:p>%s</text:p></table:table-cell></table:table-row></table:table>" % ("x" * 100)
+        )
+        write_ods(self.path("repeated.ods"), table)
+        code, result, peak = dump_with_peak(self.path("repeated.ods"))
+        self.assertEqual(code, 1, result)
+        self.assertEqual(
+            result["error"],
+            prefix(".ods") + "by the cell at row 1 and column 1, the cells of the first "
+            "worksheet hold more than 134,217,728 characters of text, more than Vireon reads.",
+        )
+        self.assertLess(peak, PEAK_LIMIT_MB, "peak memory in MB")
 
     def test_no_table(self):
         write_ods(self.path("none.ods"), "")

@@ -20,6 +20,9 @@ private slots:
     void sparseBeforeTooLarge();
     void denseRunsPastTheCellLimit();
     void emptySheet();
+    void longTextRefused();
+    void repeatedTextCountedBeforeUnpacking();
+    void textBudgetAcrossCells();
     void numberCell_data();
     void numberCell();
 };
@@ -126,6 +129,50 @@ void TestXSheetCells::emptySheet()
     QCOMPARE(cells.content().code, XWorkbookContent::EmptyWorksheet);
     QVERIFY(cells.add(4, 4, QString(QLatin1String(""))));
     QCOMPARE(cells.content().code, XWorkbookContent::EmptyWorksheet);
+}
+
+void TestXSheetCells::longTextRefused()
+{
+    XSheetCells cells;
+    const QString full(XWorkbookContent::maxCellText, QLatin1Char('x'));
+    QVERIFY(cells.add(0, 0, full));
+    QVERIFY(!cells.add(3, 1, full + QLatin1Char('x')));
+    QCOMPARE(cells.refusal().code, XWorkbookContent::LongCell);
+    QCOMPARE(cells.refusal().row, 3);
+    QCOMPARE(cells.refusal().column, 1);
+    QVERIFY(cells.refusal().grid.isEmpty());
+}
+
+void TestXSheetCells::repeatedTextCountedBeforeUnpacking()
+{
+    // A hundred characters over the whole largest sheet: refused as it is
+    // added, at once, without a cell made.
+    XSheetCells cells;
+    QVERIFY(!cells.add(0, 0, QString(100, QLatin1Char('x')), 1048576, 16384));
+    QCOMPARE(cells.refusal().code, XWorkbookContent::TooMuchText);
+    QCOMPARE(cells.refusal().row, 0);
+    QCOMPARE(cells.refusal().column, 0);
+    // Past the largest sheet is still said first.
+    QVERIFY(!cells.add(0, 16383, 1, 1, 2));
+    QCOMPARE(cells.refusal().code, XWorkbookContent::TooLarge);
+    QCOMPARE(cells.refusal().row, 1);
+    QCOMPARE(cells.refusal().column, 16385);
+}
+
+void TestXSheetCells::textBudgetAcrossCells()
+{
+    XSheetCells cells;
+    const QString full(XWorkbookContent::maxCellText, QLatin1Char(' '));
+    const qint64 fit = XWorkbookContent::maxTextCharacters / XWorkbookContent::maxCellText;
+    for (qint64 i = 0; i < fit; ++i)
+        QVERIFY(cells.add(i / 100, i % 100, full));
+    QVERIFY(!cells.add(fit / 100, fit % 100, full));
+    QCOMPARE(cells.refusal().code, XWorkbookContent::TooMuchText);
+    QCOMPARE(cells.refusal().row, int(fit / 100));
+    QCOMPARE(cells.refusal().column, int(fit % 100));
+    // Numbers cost no text.
+    XSheetCells numbers;
+    QVERIFY(numbers.add(0, 0, 7, 1048576, 16384));
 }
 
 void TestXSheetCells::numberCell_data()

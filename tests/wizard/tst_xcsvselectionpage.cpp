@@ -11,11 +11,15 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPointer>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <cerrno>
+#include <csignal>
 
 class TestXCsvSelectionPage : public QObject
 {
@@ -55,6 +59,7 @@ private slots:
     void otherSeparatorsNoted_data();
     void otherSeparatorsNoted();
     void slowReadCancelled();
+    void cancelClickEndsTheReader();
 
 private:
     template <typename T> T* named(char const* name)
@@ -218,6 +223,26 @@ void TestXCsvSelectionPage::damagedWorkbooksSayWhy_data()
     QTest::newRow("truncated .ods")
         << "cut.ods" << ods.left(ods.size() / 2)
         << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+    auto hostile = [](char const* name) {
+        QFile file(QStringLiteral(VIREON_FIXTURES_DIR "/spreadsheet/hostile/") +
+                   QLatin1String(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QTest::newRow("part named twice")
+        << "twice.ods" << hostile("parts_named_twice.ods")
+        << parsing.arg(".ods") + "the file cannot be read as a workbook.";
+    QTest::newRow("part names differing in case")
+        << "case.xlsx" << hostile("names_differ_in_case.xlsx")
+        << parsing.arg(".xlsx") + "the file cannot be read as a workbook.";
+    QTest::newRow("cell text past what a cell holds")
+        << "long.ods" << hostile("long_cell.ods")
+        << parsing.arg(".ods") + "the cell at row 2 and column 3 holds more than 32,767 "
+                                 "characters, more than a spreadsheet cell holds.";
+    QTest::newRow("counted spaces past the text budget")
+        << "spaces.ods" << hostile("counted_spaces.ods")
+        << parsing.arg(".ods") + "by the cell at row 41 and column 97, the cells of the first "
+                                 "worksheet hold more than 134,217,728 characters of text, more "
+                                 "than Vireon reads.";
 }
 
 void TestXCsvSelectionPage::damagedWorkbooksSayWhy()
@@ -723,8 +748,52 @@ void TestXCsvSelectionPage::slowReadCancelled()
     QCOMPARE(m_page->csv(), nullptr);
     QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
     QVERIFY(!m_page->isComplete());
-    // The reader's own time limit ends the read in the background.
-    QTRY_COMPARE_WITH_TIMEOUT(TableReading::running(), 0, 120000);
+    // Cancel ended the reader program, and with it the read.
+    QTRY_COMPARE_WITH_TIMEOUT(TableReading::running(), 0, 5000);
+    qunsetenv("VIREON_WORKBOOK_READER");
+    XWorkbookReader::setReadingLimitMs(30000);
+}
+
+void TestXCsvSelectionPage::cancelClickEndsTheReader()
+{
+    // A mouse click on Cancel, delivered to the dialog's window as the
+    // window system delivers it, ends the reader program at once rather
+    // than at the reading limit.
+    const QString pidFile = path("reader.pid");
+    const QString reader = path("stalled-reader");
+    QVERIFY(writeText(reader, "#!/bin/sh\necho $$ > '" + QFile::encodeName(pidFile) +
+                                  "'\nexec sleep 600\n"));
+    QVERIFY(QFile::setPermissions(reader, QFile::ReadOwner | QFile::ExeOwner));
+    qputenv("VIREON_WORKBOOK_READER", QFile::encodeName(reader));
+    XWorkbookReader::setReadingLimitMs(20000);
+    QVERIFY(writeText(path("slow.xls"), "x"));
+    answerOpenDialog(path("slow.xls"));
+    qint64 pid = 0;
+    QElapsedTimer sinceClick;
+    whenDialogOpens<QProgressDialog>([&](QProgressDialog* progress) {
+        QFile file(pidFile);
+        if (file.open(QIODevice::ReadOnly))
+            pid = file.readAll().trimmed().toLongLong();
+        auto* cancel = progress->findChild<QPushButton*>();
+        const QPoint at = cancel->mapTo(progress, cancel->rect().center());
+        sinceClick.start();
+        QTest::mouseClick(progress->windowHandle(), Qt::LeftButton, {}, at);
+        // Should the click be lost, the read fails at its limit: its
+        // message must not hold the test.
+        whenDialogOpens<QMessageBox>([](QMessageBox* box) { box->close(); }, 30000);
+    });
+    clickButton(named<QPushButton>("inputBrowse"));
+    QVERIFY2(pid > 0, "the reader program never started");
+    QVERIFY(sinceClick.isValid());
+    // Gone, and reaped: no process of that number is left.
+    auto gone = [pid] { return ::kill(pid_t(pid), 0) != 0 && errno == ESRCH; };
+    while (!gone() && sinceClick.elapsed() < 5000)
+        QTest::qWait(1);
+    QVERIFY2(gone(), "the reader program outlived Cancel");
+    qInfo("reader ended %lld ms after the click", sinceClick.elapsed());
+    QTRY_COMPARE_WITH_TIMEOUT(TableReading::running(), 0, 5000);
+    QCOMPARE(m_page->csv(), nullptr);
+    QVERIFY(named<QLineEdit>("inputFile")->text().isEmpty());
     qunsetenv("VIREON_WORKBOOK_READER");
     XWorkbookReader::setReadingLimitMs(30000);
 }
