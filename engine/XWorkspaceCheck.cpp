@@ -17,10 +17,11 @@
 
 namespace {
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of XWorkspaceCheck.
+struct Msg
 {
-    return QCoreApplication::translate("XWorkspaceCheck", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(XWorkspaceCheck)
+};
 
 QString quoted(QString const& text)
 {
@@ -93,7 +94,7 @@ QString Check::wholeSetting(QString const& name, qint64 low, qint64 high, QStrin
     const int value = strictToInt(setting(name), &ok);
     if (ok && value >= low && value <= high)
         return QString();
-    return at(name, tr("%1 is %2, where %3 belongs").arg(name, quoted(setting(name)), kind));
+    return at(name, Msg::tr("%1 is %2, where %3 belongs").arg(name, quoted(setting(name)), kind));
 }
 
 QString Check::settingsProblem() const
@@ -102,20 +103,23 @@ QString Check::settingsProblem() const
     if (has(QStringLiteral("Search")) && search != QLatin1String("reproducible") &&
         search != QLatin1String("exact"))
         return at(QStringLiteral("Search"),
-                  tr("the search %1 is none that Vireon knows (reproducible or exact)")
+                  Msg::tr("the search %1 is none that Vireon knows (reproducible or exact)")
                       .arg(quoted(search)));
     const QString source = setting(QStringLiteral("HasSource"));
     if (has(QStringLiteral("HasSource")) && source != QLatin1String("true") &&
         source != QLatin1String("false"))
         return at(QStringLiteral("HasSource"),
-                  tr("HasSource is %1, where true or false belongs").arg(quoted(source)));
+                  Msg::tr("HasSource is %1, where true or false belongs").arg(quoted(source)));
     const int intMax = std::numeric_limits<int>::max();
     const int intMin = std::numeric_limits<int>::min();
     for (QString const& problem :
-         {wholeSetting(QStringLiteral("SliderValue"), 1, 100, tr("a whole number from 1 to 100")),
-          wholeSetting(QStringLiteral("Iterations"), 1, intMax, tr("a whole number of at least 1")),
-          wholeSetting(QStringLiteral("Seed"), intMin, intMax, tr("a whole number")),
-          wholeSetting(QStringLiteral("Budget"), 0, intMax, tr("a whole number of 0 or more"))}) {
+         {wholeSetting(QStringLiteral("SliderValue"), 1, 100,
+                       Msg::tr("a whole number from 1 to 100")),
+          wholeSetting(QStringLiteral("Iterations"), 1, intMax,
+                       Msg::tr("a whole number of at least 1")),
+          wholeSetting(QStringLiteral("Seed"), intMin, intMax, Msg::tr("a whole number")),
+          wholeSetting(QStringLiteral("Budget"), 0, intMax,
+                       Msg::tr("a whole number of 0 or more"))}) {
         if (!problem.isEmpty())
             return problem;
     }
@@ -124,13 +128,13 @@ QString Check::settingsProblem() const
         const double seconds = setting(QStringLiteral("Seconds")).toDouble(&ok);
         if (!ok || !std::isfinite(seconds) || seconds < 0)
             return at(QStringLiteral("Seconds"),
-                      tr("Seconds is %1, where a number of 0 or more belongs")
+                      Msg::tr("Seconds is %1, where a number of 0 or more belongs")
                           .arg(quoted(setting(QStringLiteral("Seconds")))));
     }
     if (has(QStringLiteral("LowerBounds")) && search == QLatin1String("reproducible"))
         return at(QStringLiteral("LowerBounds"),
-                  tr("lower bounds come from the exact search, and this result is the "
-                     "reproducible search's"));
+                  Msg::tr("lower bounds come from the exact search, and this result is the "
+                          "reproducible search's"));
     return QString();
 }
 
@@ -142,8 +146,8 @@ QString Check::cellProblem(XCsv const* table, int firstLine) const
         return QString();
     return XWorkspace::atLine(
         firstLine + table->lineOf(row) - 1,
-        tr("%1 under marker %2 is not an allele (a whole number of 0 or "
-           "more, or * for a missing one)")
+        Msg::tr("%1 under marker %2 is not an allele (a whole number of 0 or "
+                "more, or * for a missing one)")
             .arg(quoted(table->at(row, column).toString()), m_headers.value(column)));
 }
 
@@ -151,20 +155,21 @@ QString Check::boundsProblem() const
 {
     const QString name = QStringLiteral("LowerBounds");
     if (!has(name))
-        return at(QStringLiteral("Search"), tr("the exact search's lower bounds are missing"));
+        return at(QStringLiteral("Search"), Msg::tr("the exact search's lower bounds are missing"));
     const QStringList parts = setting(name).split(QLatin1Char(','));
     XResult::Entries const& entries = m_result->entries();
     if (parts.size() != entries.size())
-        return at(name, tr("there are %1 lower bounds, and the exact search writes one for each "
-                           "of the 100 shares")
-                            .arg(parts.size()));
+        return at(name,
+                  Msg::tr("there are %1 lower bounds, and the exact search writes one for each "
+                          "of the 100 shares")
+                      .arg(parts.size()));
     for (int i = 0; i < parts.size(); ++i) {
         bool ok = false;
         const int bound = strictToInt(parts.at(i), &ok);
         const int size = entries.at(i).second.size();
         if (!ok || bound < 0 || bound > size)
-            return at(name, tr("the lower bound %1 for %2 % is not a whole number from 0 to "
-                               "the core's size, %3")
+            return at(name, Msg::tr("the lower bound %1 for %2 % is not a whole number from 0 to "
+                                    "the core's size, %3")
                                 .arg(quoted(parts.at(i)))
                                 .arg(i + 1)
                                 .arg(size));
@@ -238,31 +243,31 @@ QString Check::sequenceProblem(int i, Totals const& totals) const
     const int count = entries.at(i).first;
     QList<int> const& rows = entries.at(i).second;
     if (count > totals.total)
-        return atEntry(i, tr("the count %1 is more than the %2 alleles the tables hold")
+        return atEntry(i, Msg::tr("the count %1 is more than the %2 alleles the tables hold")
                               .arg(count)
                               .arg(totals.total));
     if (!m_exact && rows.isEmpty() && count != totals.startAll)
-        return atEntry(i, tr("the core is empty, so it holds the starting collection's %1 "
-                             "alleles, not %2")
+        return atEntry(i, Msg::tr("the core is empty, so it holds the starting collection's %1 "
+                                  "alleles, not %2")
                               .arg(totals.startAll)
                               .arg(count));
     if (i == 0)
         return QString();
     XResult::Entry const& before = entries.at(i - 1);
     if (count < before.first)
-        return atEntry(i, tr("the count %1 falls below the %2 of the share before it, and a "
-                             "search's counts never fall")
+        return atEntry(i, Msg::tr("the count %1 falls below the %2 of the share before it, and a "
+                                  "search's counts never fall")
                               .arg(count)
                               .arg(before.first));
     // Cores are found at growing sizes, one for each size tried.
     if (rows.size() < before.second.size())
-        return atEntry(i, tr("the core of %1 accessions is smaller than the %2 of the share "
-                             "before it, and a search's cores never shrink")
+        return atEntry(i, Msg::tr("the core of %1 accessions is smaller than the %2 of the share "
+                                  "before it, and a search's cores never shrink")
                               .arg(rows.size())
                               .arg(before.second.size()));
     if (!m_exact && rows.size() == before.second.size() && entries.at(i) != before)
-        return atEntry(i, tr("the core differs from the one before it in the same number of "
-                             "accessions, and the search keeps one core for each size"));
+        return atEntry(i, Msg::tr("the core differs from the one before it in the same number of "
+                                  "accessions, and the search keeps one core for each size"));
     return QString();
 }
 
@@ -280,8 +285,8 @@ QString Check::shareProblem(int i, Totals const& totals) const
     if (!m_exact && (m_result->entries().at(i).second.size() >= m_csv->rows() - 1 ||
                      qint64(totals.reachable) * 100000 < target))
         return QString();
-    return atEntry(i, tr("the count %1 falls short of %2 % of the %3 alleles, which the core "
-                         "for that share reaches")
+    return atEntry(i, Msg::tr("the count %1 falls short of %2 % of the %3 alleles, which the core "
+                              "for that share reaches")
                           .arg(count)
                           .arg(p)
                           .arg(totals.total));
@@ -294,17 +299,17 @@ QString Check::exactProblem(int i)
     QList<int> const& rows = entries.at(i).second;
     const QSet<int> distinct(rows.cbegin(), rows.cend());
     if (distinct.size() != rows.size())
-        return atEntry(i, tr("the core lists a row twice, and the exact search lists each row "
-                             "once"));
+        return atEntry(i, Msg::tr("the core lists a row twice, and the exact search lists each row "
+                                  "once"));
     // Shares of one core need one count.
     const int held =
         i > 0 && rows == entries.at(i - 1).second ? entries.at(i - 1).first : heldAboveZero(rows);
     if (count == held)
         return QString();
-    return atEntry(i, (m_workspace.src() ? tr("the count %1 differs from the %2 alleles the "
-                                              "core holds with the starting collection")
-                                         : tr("the count %1 differs from the %2 alleles the "
-                                              "core holds"))
+    return atEntry(i, (m_workspace.src() ? Msg::tr("the count %1 differs from the %2 alleles the "
+                                                   "core holds with the starting collection")
+                                         : Msg::tr("the count %1 differs from the %2 alleles the "
+                                                   "core holds"))
                           .arg(count)
                           .arg(held));
 }

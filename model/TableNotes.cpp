@@ -7,10 +7,11 @@
 
 namespace {
 
-QString tr(char const* text, int n = -1)
+// The texts of this file, translated in the context of TableNotes.
+struct Msg
 {
-    return QCoreApplication::translate("TableNotes", text, nullptr, n);
-}
+    Q_DECLARE_TR_FUNCTIONS(TableNotes)
+};
 
 // Long lists stop after a few items: the user needs where to look, not all.
 const int listedLines = 10;
@@ -21,11 +22,11 @@ QString spokenList(QStringList items, int total, int shown)
 {
     if (total > shown)
         return items.mid(0, shown).join(QStringLiteral(", ")) + QLatin1Char(' ') +
-               tr("and %n more", total - shown);
+               Msg::tr("and %n more", nullptr, total - shown);
     if (items.size() == 1)
         return items.constFirst();
     const QString last = items.takeLast();
-    return items.join(QStringLiteral(", ")) + QLatin1Char(' ') + tr("and") + QLatin1Char(' ') +
+    return items.join(QStringLiteral(", ")) + QLatin1Char(' ') + Msg::tr("and") + QLatin1Char(' ') +
            last;
 }
 
@@ -53,12 +54,12 @@ QString TableNotes::leftOut(QList<int> const& lines)
         numbers << QString::number(lines.at(i));
     const QString list = spokenList(numbers, lines.size(), listedLines);
     if (lines.size() == 1)
-        return tr("1 line of the file was left out because its number of fields differs from "
-                  "the header row: line %1.")
+        return Msg::tr("1 line of the file was left out because its number of fields differs from "
+                       "the header row: line %1.")
             .arg(list);
-    return tr("%1 lines of the file were left out because their number of fields differs from "
-              "the header row: lines %2.")
-        .arg(lines.size())
+    return Msg::tr("%n lines of the file were left out because their number of fields differs from "
+                   "the header row: lines %1.",
+                   nullptr, lines.size())
         .arg(list);
 }
 
@@ -122,18 +123,19 @@ QString TableNotes::returningMarkers(QStringList const& headers)
         QStringList ranges;
         for (ColumnRun const& run : runs)
             ranges << columnRange(run);
-        named << tr("%1 (columns %2)")
+        named << Msg::tr("%1 (columns %2)")
                      .arg(quoted(runs.first().name),
                           spokenList(ranges, ranges.size(), ranges.size()));
     }
     const QString list = spokenList(named, markers.size(), listedNames);
     if (markers.size() == 1)
-        return tr("A marker's name returns after other markers' columns, and the alleles of all "
-                  "its columns are counted as one marker: %1.")
+        return Msg::tr(
+                   "A marker's name returns after other markers' columns, and the alleles of all "
+                   "its columns are counted as one marker: %1.")
             .arg(list);
-    return tr("%1 markers' names return after other markers' columns, and the alleles of all "
-              "columns of one name are counted as one marker: %2.")
-        .arg(markers.size())
+    return Msg::tr("%n markers' names return after other markers' columns, and the alleles of all "
+                   "columns of one name are counted as one marker: %1.",
+                   nullptr, markers.size())
         .arg(list);
 }
 
@@ -164,15 +166,15 @@ QString TableNotes::duplicateNames(XCsv const& table)
         QStringList rows;
         for (int r : entry.second)
             rows << QString::number(table.lineOf(r));
-        named << tr("%1 (rows %2)")
+        named << Msg::tr("%1 (rows %2)")
                      .arg(quoted(entry.first), spokenList(rows, rows.size(), rows.size()));
     }
     if (count == 0)
         return QString();
     const QString list = spokenList(named, count, listedNames);
     if (count == 1)
-        return tr("An accession name stands in more than one row: %1.").arg(list);
-    return tr("%1 accession names stand in more than one row: %2.").arg(count).arg(list);
+        return Msg::tr("An accession name stands in more than one row: %1.").arg(list);
+    return Msg::tr("%n accession names stand in more than one row: %1.", nullptr, count).arg(list);
 }
 
 QStringList TableNotes::notes(XCsv const& table)

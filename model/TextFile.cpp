@@ -21,10 +21,11 @@ namespace {
 // within the memory of an ordinary desktop machine.
 constexpr qint64 limitBytes = qint64(128) * 1024 * 1024;
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of TextFile.
+struct Msg
 {
-    return QCoreApplication::translate("TextFile", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(TextFile)
+};
 
 QString megabytes(qint64 bytes)
 {
@@ -40,7 +41,7 @@ qint64 TextFile::sizeLimit()
 
 QString TextFile::windows1252Note()
 {
-    return tr("This file is not UTF-8; it was read as Windows-1252.");
+    return Msg::tr("This file is not UTF-8; it was read as Windows-1252.");
 }
 
 namespace {
@@ -48,11 +49,11 @@ namespace {
 QString problemOf(struct stat const& info)
 {
     if (S_ISDIR(info.st_mode))
-        return tr("is a folder");
+        return Msg::tr("is a folder");
     if (!S_ISREG(info.st_mode))
-        return tr("not a regular file");
+        return Msg::tr("not a regular file");
     if (qint64(info.st_size) > limitBytes)
-        return tr("is too large: %1 MB, and Vireon reads files of up to %2 MB")
+        return Msg::tr("is too large: %1 MB, and Vireon reads files of up to %2 MB")
             .arg(megabytes(info.st_size), megabytes(limitBytes));
     return QString();
 }
@@ -64,9 +65,9 @@ QString TextFile::problem(QString const& path)
     struct stat info;
     const QByteArray native = QFile::encodeName(path);
     if (path.isEmpty() || ::stat(native.constData(), &info) != 0)
-        return tr("no such file");
+        return Msg::tr("no such file");
     if (::access(native.constData(), R_OK) != 0)
-        return tr("cannot be read");
+        return Msg::tr("cannot be read");
     return problemOf(info);
 }
 
@@ -76,17 +77,19 @@ QString TextFile::encodingNote(Encoding encoding)
     case Encoding::Windows1252:
         return windows1252Note();
     case Encoding::Utf16LeUnmarked:
-        return tr("This file is UTF-16 (little-endian) without a byte-order mark; it was read "
-                  "that way.");
+        return Msg::tr("This file is UTF-16 (little-endian) without a byte-order mark; it was read "
+                       "that way.");
     case Encoding::Utf16BeUnmarked:
-        return tr("This file is UTF-16 (big-endian) without a byte-order mark; it was read that "
-                  "way.");
+        return Msg::tr(
+            "This file is UTF-16 (big-endian) without a byte-order mark; it was read that "
+            "way.");
     case Encoding::Utf32LeUnmarked:
-        return tr("This file is UTF-32 (little-endian) without a byte-order mark; it was read "
-                  "that way.");
+        return Msg::tr("This file is UTF-32 (little-endian) without a byte-order mark; it was read "
+                       "that way.");
     case Encoding::Utf32BeUnmarked:
-        return tr("This file is UTF-32 (big-endian) without a byte-order mark; it was read that "
-                  "way.");
+        return Msg::tr(
+            "This file is UTF-32 (big-endian) without a byte-order mark; it was read that "
+            "way.");
     default:
         return QString();
     }
@@ -166,15 +169,16 @@ bool TextFile::decode(QByteArray const& bytes, QString* text, QString* error, En
     } else if (bytes.contains('\0')) {
         Unmarked const* kind = unmarkedKind(bytes);
         if (!kind)
-            return failed(error, tr("is not a text file: it holds NUL bytes"));
+            return failed(error, Msg::tr("is not a text file: it holds NUL bytes"));
         QTextCodec::ConverterState state;
         *text = QTextCodec::codecForName(kind->codec)
                     ->toUnicode(bytes.constData(), bytes.size(), &state);
         // A byte left over, a code point past U+10FFFF, a lone surrogate.
         if (state.invalidChars > 0 || state.remainingChars > 0 || !text->isValidUtf16())
-            return failed(error, tr("looks like %1 without a byte-order mark, but is not valid "
-                                    "%1")
-                                     .arg(QLatin1String(kind->name)));
+            return failed(error,
+                          Msg::tr("looks like %1 without a byte-order mark, but is not valid "
+                                  "%1")
+                              .arg(QLatin1String(kind->name)));
         found = kind->encoding;
     } else {
         QTextCodec::ConverterState state;
@@ -206,9 +210,9 @@ bool TextFile::read(QString const& path, QString* text, QString* error, Encoding
     struct stat info;
     if (fd < 0 || ::fstat(fd, &info) != 0 || !problemOf(info).isEmpty()) {
         if (error)
-            *error = fd < 0 ? tr("cannot be read") : problemOf(info);
+            *error = fd < 0 ? Msg::tr("cannot be read") : problemOf(info);
         if (error && error->isEmpty())
-            *error = tr("cannot be read");
+            *error = Msg::tr("cannot be read");
         if (fd >= 0)
             ::close(fd);
         return false;
@@ -218,7 +222,7 @@ bool TextFile::read(QString const& path, QString* text, QString* error, Encoding
     if (!file.open(fd, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
         ::close(fd);
         if (error)
-            *error = tr("cannot be read");
+            *error = Msg::tr("cannot be read");
         return false;
     }
     // A file that grows while it is read is cut at the limit plus one byte.
@@ -226,13 +230,14 @@ bool TextFile::read(QString const& path, QString* text, QString* error, Encoding
         const QByteArray bytes = file.read(limitBytes + 1);
         if (bytes.size() > limitBytes) {
             if (error)
-                *error = tr("is too large: more than %1 MB, and Vireon reads files of up to %1 MB")
-                             .arg(megabytes(limitBytes));
+                *error =
+                    Msg::tr("is too large: more than %1 MB, and Vireon reads files of up to %1 MB")
+                        .arg(megabytes(limitBytes));
             return false;
         }
         if (file.error() != QFileDevice::NoError) {
             if (error)
-                *error = tr("cannot be read");
+                *error = Msg::tr("cannot be read");
             return false;
         }
         const QString tooMuch = TableMemory::problem(TableMemory::estimate(bytes));
@@ -245,7 +250,7 @@ bool TextFile::read(QString const& path, QString* text, QString* error, Encoding
             return false;
     } catch (std::bad_alloc const&) {
         if (error)
-            *error = tr("is too large to read in the memory available");
+            *error = Msg::tr("is too large to read in the memory available");
         return false;
     }
     return true;

@@ -51,10 +51,11 @@ bool onlyBlankLinesLeft(TextLines lines)
     return true;
 }
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of XWorkspace.
+struct Msg
 {
-    return QCoreApplication::translate("XWorkspace", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(XWorkspace)
+};
 
 // A table the views can show: a label column, at least one allele column,
 // and every line as wide as the header row. `first` is the line of the
@@ -62,11 +63,11 @@ QString tr(char const* text)
 QString tableProblem(XCsv const& table, int first)
 {
     auto line = [&table, first](int row) { return first + table.lineOf(row) - 1; };
-    const QString ragged = tr("the number of fields differs from the header row's");
+    const QString ragged = Msg::tr("the number of fields differs from the header row's");
     if (!table.leftOutLines().isEmpty())
         return XWorkspace::atLine(first + table.leftOutLines().constFirst() - 1, ragged);
     if (table.columns() < 2)
-        return XWorkspace::atLine(first, tr("the table has no allele columns"));
+        return XWorkspace::atLine(first, Msg::tr("the table has no allele columns"));
     for (int r = 0; r < table.rows(); ++r) {
         if (table.at(r).size() != table.columns())
             return XWorkspace::atLine(line(r), ragged);
@@ -174,48 +175,50 @@ void XWorkspace::setSlider(int const& value)
 
 QString XWorkspace::atLine(int line, QString const& what)
 {
-    return line > 0 ? tr("line %1: %2").arg(line).arg(what) : what;
+    return line > 0 ? Msg::tr("line %1: %2").arg(line).arg(what) : what;
 }
 
 QString XWorkspace::problem() const
 {
     if (!m_csv || !m_result || m_cutOff || hasSource() != (m_src != nullptr))
-        return tr("it does not hold a whole analysis");
+        return Msg::tr("it does not hold a whole analysis");
     QString table = tableProblem(*m_csv, m_lines.input);
     if (!table.isEmpty())
         return table;
     const int accessions = m_csv->rows() - 1;
     if (accessions < 1)
-        return atLine(m_lines.input, tr("the input table has no accessions"));
+        return atLine(m_lines.input, Msg::tr("the input table has no accessions"));
     if (m_src) {
         table = tableProblem(*m_src, m_lines.start);
         if (!table.isEmpty())
             return table;
         if (m_src->at(0) != m_csv->at(0))
             return atLine(m_lines.start + m_src->lineOf(0) - 1,
-                          tr("the starting collection's header row differs from the input "
-                             "table's"));
+                          Msg::tr("the starting collection's header row differs from the input "
+                                  "table's"));
     }
     auto line = [this](int entry) { return m_lines.result + m_result->lineOf(entry) - 1; };
     if (!m_result->isWellFormed())
         return atLine(m_lines.result + m_result->damagedLine() - 1,
-                      tr("a result line holds something other than row numbers and an allele "
-                         "count of 0 or more"));
+                      Msg::tr("a result line holds something other than row numbers and an allele "
+                              "count of 0 or more"));
     XResult::Entries const& entries = m_result->entries();
     if (entries.size() != 100)
-        return atLine(m_lines.result,
-                      tr("the result has %1 lines, and a search writes 100").arg(entries.size()));
+        return atLine(
+            m_lines.result,
+            Msg::tr("the result has %1 lines, and a search writes 100").arg(entries.size()));
     for (int i = 0; i < entries.size(); ++i) {
         QList<int> const& rows = entries.at(i).second;
         // A core of k rows is drawn from k distinct rows of the table.
         if (rows.size() > accessions)
-            return atLine(line(i), tr("the core lists %1 accessions, and the input table has %2")
-                                       .arg(rows.size())
-                                       .arg(accessions));
+            return atLine(line(i),
+                          Msg::tr("the core lists %1 accessions, and the input table has %2")
+                              .arg(rows.size())
+                              .arg(accessions));
         for (int row : rows) {
             if (row < 1 || row > accessions)
                 return atLine(line(i),
-                              tr("row %1 is not an accession of the input table, which has %2")
+                              Msg::tr("row %1 is not an accession of the input table, which has %2")
                                   .arg(row)
                                   .arg(accessions));
         }

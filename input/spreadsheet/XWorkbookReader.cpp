@@ -145,10 +145,11 @@ void XWorkbookReader::setReadingLimitMs(int ms)
 
 namespace {
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of XSpreadsheet.
+struct Msg
 {
-    return QCoreApplication::translate("XSpreadsheet", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(XSpreadsheet)
+};
 
 } // namespace
 
@@ -171,8 +172,9 @@ QString count(qint64 n)
 
 QString XWorkbookReader::parseErrorMessage(int row, int column, QString const& suffix)
 {
-    return tr("Error while parsing the %3 file: cell at row %1 and column %2 does not appear to "
-              "be a valid string or number.")
+    return Msg::tr(
+               "Error while parsing the %3 file: cell at row %1 and column %2 does not appear to "
+               "be a valid string or number.")
         .arg(shown(row, suffix))
         .arg(shown(column, suffix))
         .arg(suffix);
@@ -180,8 +182,9 @@ QString XWorkbookReader::parseErrorMessage(int row, int column, QString const& s
 
 QString XWorkbookReader::longCellMessage(int row, int column, QString const& suffix)
 {
-    return tr("Error while parsing the %3 file: the cell at row %1 and column %2 holds more than "
-              "%4 characters, more than a spreadsheet cell holds.")
+    return Msg::tr(
+               "Error while parsing the %3 file: the cell at row %1 and column %2 holds more than "
+               "%4 characters, more than a spreadsheet cell holds.")
         .arg(row + 1)
         .arg(column + 1)
         .arg(suffix, count(XWorkbookContent::maxCellText));
@@ -189,9 +192,10 @@ QString XWorkbookReader::longCellMessage(int row, int column, QString const& suf
 
 QString XWorkbookReader::tooMuchTextMessage(int row, int column, QString const& suffix)
 {
-    return tr("Error while parsing the %3 file: by the cell at row %1 and column %2, the cells "
-              "of the first worksheet hold more than %4 characters of text, more than Vireon "
-              "reads.")
+    return Msg::tr(
+               "Error while parsing the %3 file: by the cell at row %1 and column %2, the cells "
+               "of the first worksheet hold more than %4 characters of text, more than Vireon "
+               "reads.")
         .arg(row + 1)
         .arg(column + 1)
         .arg(suffix, count(XWorkbookContent::maxTextCharacters));
@@ -199,26 +203,27 @@ QString XWorkbookReader::tooMuchTextMessage(int row, int column, QString const& 
 
 QString XWorkbookReader::unreadableMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the file cannot be read as a workbook.")
+    return Msg::tr("Error while parsing the %1 file: the file cannot be read as a workbook.")
         .arg(suffix);
 }
 
 QString XWorkbookReader::encryptedMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the workbook is protected by a password.")
+    return Msg::tr("Error while parsing the %1 file: the workbook is protected by a password.")
         .arg(suffix);
 }
 
 QString XWorkbookReader::noWorksheetMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the workbook has no worksheet.").arg(suffix);
+    return Msg::tr("Error while parsing the %1 file: the workbook has no worksheet.").arg(suffix);
 }
 
 QString XWorkbookReader::sparseSheetMessage(int rows, int columns, QString const& suffix)
 {
-    return tr("Error while parsing the %3 file: the first worksheet reaches row %1 and column "
-              "%2, but fewer than one cell in a hundred of that holds something. Copy the table "
-              "to a new worksheet.")
+    return Msg::tr(
+               "Error while parsing the %3 file: the first worksheet reaches row %1 and column "
+               "%2, but fewer than one cell in a hundred of that holds something. Copy the table "
+               "to a new worksheet.")
         .arg(rows)
         .arg(columns)
         .arg(suffix);
@@ -226,8 +231,8 @@ QString XWorkbookReader::sparseSheetMessage(int rows, int columns, QString const
 
 QString XWorkbookReader::tooLargeMessage(int rows, int columns, QString const& suffix)
 {
-    return tr("Error while parsing the %3 file: the first worksheet reaches row %1 and column "
-              "%2, more cells than Vireon reads.")
+    return Msg::tr("Error while parsing the %3 file: the first worksheet reaches row %1 and column "
+                   "%2, more cells than Vireon reads.")
         .arg(rows)
         .arg(columns)
         .arg(suffix);
@@ -235,37 +240,40 @@ QString XWorkbookReader::tooLargeMessage(int rows, int columns, QString const& s
 
 QString XWorkbookReader::oversizedPartMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: a part of the workbook would unpack to more than "
-              "%2 MB; it was not unpacked.")
+    return Msg::tr(
+               "Error while parsing the %1 file: a part of the workbook would unpack to more than "
+               "%2 MB; it was not unpacked.")
         .arg(suffix)
         .arg(XWorkbookContent::maxPartBytes / (1024 * 1024));
 }
 
 QString XWorkbookReader::emptyFileMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the file is empty.").arg(suffix);
+    return Msg::tr("Error while parsing the %1 file: the file is empty.").arg(suffix);
 }
 
 QString XWorkbookReader::notWorkbookMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the file is not a %1 workbook but another kind of "
-              "file.")
+    return Msg::tr(
+               "Error while parsing the %1 file: the file is not a %1 workbook but another kind of "
+               "file.")
         .arg(suffix);
 }
 
 QString XWorkbookReader::emptyWorksheetMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the first worksheet is empty.").arg(suffix);
+    return Msg::tr("Error while parsing the %1 file: the first worksheet is empty.").arg(suffix);
 }
 
 QString XWorkbookReader::readerNotStartedMessage(QString const& suffix)
 {
-    return tr("The %1 file cannot be read: the workbook reader could not be started.").arg(suffix);
+    return Msg::tr("The %1 file cannot be read: the workbook reader could not be started.")
+        .arg(suffix);
 }
 
 QString XWorkbookReader::readerStoppedMessage(QString const& suffix)
 {
-    return tr("Error while parsing the %1 file: the workbook reader stopped on this file.")
+    return Msg::tr("Error while parsing the %1 file: the workbook reader stopped on this file.")
         .arg(suffix);
 }
 

@@ -20,10 +20,11 @@ bool failed(QString* error, QString const& reason)
     return false;
 }
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of XSpreadsheet.
+struct Msg
 {
-    return QCoreApplication::translate("XSpreadsheet", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(XSpreadsheet)
+};
 
 // Writes the cells; the first error the library gives, or LXW_NO_ERROR.
 lxw_error writeCells(lxw_worksheet* sheet, XCsv const& table)
@@ -57,12 +58,12 @@ lxw_error writeCells(lxw_worksheet* sheet, XCsv const& table)
 bool XXlsxWriter::write(XCsv const& table, QString const& fileName, QString* error)
 {
     if (table.rows() > XWorkbookContent::maxRows || table.columns() > XWorkbookContent::maxColumns)
-        return failed(error, tr("the table does not fit in an .xlsx worksheet"));
+        return failed(error, Msg::tr("the table does not fit in an .xlsx worksheet"));
     // The library writes only to a named file: it is put together in a
     // folder of its own and then saved over the target in one step.
     QTemporaryDir folder;
     if (!folder.isValid())
-        return failed(error, tr("the workbook could not be put together"));
+        return failed(error, Msg::tr("the workbook could not be put together"));
     const QString built = folder.filePath(QStringLiteral("table.xlsx"));
     const QByteArray builtName = QFile::encodeName(built);
     QByteArray tmpdir = QFile::encodeName(folder.path());
@@ -70,17 +71,17 @@ bool XXlsxWriter::write(XCsv const& table, QString const& fileName, QString* err
     options.tmpdir = tmpdir.data();
     lxw_workbook* book = workbook_new_opt(builtName.constData(), &options);
     if (!book)
-        return failed(error, tr("the workbook could not be put together"));
+        return failed(error, Msg::tr("the workbook could not be put together"));
     lxw_worksheet* sheet = workbook_add_worksheet(book, nullptr);
     const lxw_error written = sheet ? writeCells(sheet, table) : LXW_ERROR_MEMORY_MALLOC_FAILED;
     // Closing writes the file and frees the workbook, whatever happened.
     const lxw_error closed = workbook_close(book);
     if (written != LXW_NO_ERROR || closed != LXW_NO_ERROR)
-        return failed(error, tr("the workbook could not be put together: %1")
+        return failed(error, Msg::tr("the workbook could not be put together: %1")
                                  .arg(QString::fromUtf8(
                                      lxw_strerror(written != LXW_NO_ERROR ? written : closed))));
     QFile file(built);
     if (!file.open(QIODevice::ReadOnly))
-        return failed(error, tr("the workbook could not be put together"));
+        return failed(error, Msg::tr("the workbook could not be put together"));
     return XSaveFile::write(fileName, file.readAll(), error);
 }

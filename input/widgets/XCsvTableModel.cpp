@@ -180,14 +180,16 @@ bool XCsvTableModel::insertLine(Axis axis, int position, int count, QModelIndex 
         return false;
     const int index = position - 1;
     bool done;
+    // The names become data of the table and its files, as the wizard's
+    // "Row n" and "Column n" do, so they are not translated.
     if (rows) {
         beginInsertRows(QModelIndex(), index, index);
-        done =
-            m_csv->addRow(position, uniqueName(*m_csv, true, tr("Row")), XCellValue::missingMark());
+        done = m_csv->addRow(position, uniqueName(*m_csv, true, QStringLiteral("Row")),
+                             XCellValue::missingMark());
         endInsertRows();
     } else {
         beginInsertColumns(QModelIndex(), index, index);
-        done = m_csv->addColumn(position, uniqueName(*m_csv, false, tr("Column")),
+        done = m_csv->addColumn(position, uniqueName(*m_csv, false, QStringLiteral("Column")),
                                 XCellValue::missingMark());
         endInsertColumns();
     }
@@ -214,6 +216,8 @@ bool XCsvTableModel::removeLine(Axis axis, int index, int count, QModelIndex con
     if (lines < 3 || index < 0 || index + 1 >= lines)
         return false;
     bool done;
+    // The names become data of the table and its files, as the wizard's
+    // "Row n" and "Column n" do, so they are not translated.
     if (rows) {
         beginRemoveRows(QModelIndex(), index, index);
         done = m_csv->removeRow(index + 1);

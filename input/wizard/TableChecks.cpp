@@ -7,15 +7,16 @@
 
 namespace {
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of TableChecks.
+struct Msg
 {
-    return QCoreApplication::translate("TableChecks", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(TableChecks)
+};
 
 QString quoted(XCsv::Row const& header, int column)
 {
     if (column >= header.size())
-        return tr("nothing");
+        return Msg::tr("nothing");
     return QLatin1Char('"') + header.at(column).toString() + QLatin1Char('"');
 }
 
@@ -42,8 +43,8 @@ QString TableChecks::headerProblem(XCsv const& input, XCsv const& start)
     for (int c = 0; c < columns; ++c) {
         if (c < wanted.size() && c < found.size() && wanted.at(c) == found.at(c))
             continue;
-        return tr("The starting collection's header differs from the input's in column %1: %2 "
-                  "instead of %3.")
+        return Msg::tr("The starting collection's header differs from the input's in column %1: %2 "
+                       "instead of %3.")
             .arg(c + 1)
             .arg(quoted(found, c), quoted(wanted, c));
     }
