@@ -7,10 +7,11 @@
 
 namespace {
 
-QString tr(char const* text)
+// The texts of this file, translated in the context of XAnalysisFile.
+struct Msg
 {
-    return QCoreApplication::translate("XAnalysisFile", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(XAnalysisFile)
+};
 
 } // namespace
 
@@ -48,12 +49,12 @@ QString XAnalysisFile::windowTitle() const
 
 XAnalysisFile::QuitChoice XAnalysisFile::askBeforeQuit(QWidget* parent)
 {
-    QMessageBox box(QMessageBox::Question, tr("Quit"), tr("Export the analysis before quitting?"),
-                    QMessageBox::NoButton, parent);
+    QMessageBox box(QMessageBox::Question, Msg::tr("Quit"),
+                    Msg::tr("Export the analysis before quitting?"), QMessageBox::NoButton, parent);
     box.setObjectName(QStringLiteral("quitQuestion"));
-    QPushButton* exportButton = box.addButton(tr("Export..."), QMessageBox::AcceptRole);
-    QPushButton* discard = box.addButton(tr("Discard"), QMessageBox::DestructiveRole);
-    QPushButton* cancel = box.addButton(tr("Cancel"), QMessageBox::RejectRole);
+    QPushButton* exportButton = box.addButton(Msg::tr("Export..."), QMessageBox::AcceptRole);
+    QPushButton* discard = box.addButton(Msg::tr("Discard"), QMessageBox::DestructiveRole);
+    QPushButton* cancel = box.addButton(Msg::tr("Cancel"), QMessageBox::RejectRole);
     box.setDefaultButton(exportButton);
     box.setEscapeButton(cancel);
     box.exec();

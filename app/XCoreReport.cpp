@@ -20,11 +20,6 @@ bool isExact(XWorkspace const& workspace)
            (workspace.search().isEmpty() && !workspace.result()->lowerBounds().isEmpty());
 }
 
-QString accessions(int const& count)
-{
-    return count == 1 ? QStringLiteral("1 accession") : QStringLiteral("%1 accessions").arg(count);
-}
-
 } // namespace
 
 XCoreReport::XCoreReport(XWorkspace* workspace) : m_workspace(workspace)
@@ -42,6 +37,12 @@ QString XCoreReport::percentText(int const& part, int const& whole)
     if (text.endsWith(QLatin1String(".0")))
         text.chop(2);
     return text;
+}
+
+QString XCoreReport::accessions(int const& count)
+{
+    // English needs its singular, which the source text alone cannot give.
+    return count == 1 ? tr("%n accession", nullptr, count) : tr("%n accessions", nullptr, count);
 }
 
 int XCoreReport::held(int const& percent)
@@ -75,34 +76,35 @@ QString XCoreReport::coverageLine(int const& percent)
     if (!table)
         return QString();
     const int start = startRows(*m_workspace);
-    QString size = accessions(table->rows() - 1);
-    if (start > 0)
-        size += QStringLiteral(" (%1 in the starting collection)").arg(start);
+    const int rows = table->rows() - 1;
+    const QString size =
+        start == 0  ? accessions(rows)
+        : rows == 1 ? tr("%n accession (%1 in the starting collection)", nullptr, rows).arg(start)
+                    : tr("%n accessions (%1 in the starting collection)", nullptr, rows).arg(start);
     const int holds = held(percent);
     const QString total = QString::number(m_total);
     // An imported workspace may hold a cell that is no allele; nothing is
     // counted then rather than something wrong.
     const bool counted = holds >= 0 && m_total >= 0;
-    const QString unreadable = QStringLiteral("a cell of the tables is not an allele");
+    const QString unreadable = tr("a cell of the tables is not an allele");
     if (!isExact(*m_workspace)) {
-        const QString reported = QStringLiteral("the search reports %1 of %2 alleles")
+        const QString reported = tr("the search reports %1 of %2 alleles")
                                      .arg(result.count(percent))
                                      .arg(counted ? total : QStringLiteral("?"));
         return size + separator + reported + separator +
-               (counted ? QStringLiteral("they hold %1 (%2 %)")
-                              .arg(holds)
-                              .arg(percentText(holds, m_total))
+               (counted ? tr("they hold %1 (%2 %)").arg(holds).arg(percentText(holds, m_total))
                         : unreadable);
     }
     const int entry = percent - 1;
     const int chosen = result.entries().value(entry).second.size();
     const int bound = result.lowerBounds().value(entry, -1);
-    const QString proof =
-        bound == chosen ? QStringLiteral("proven smallest")
-        : bound >= 0    ? QStringLiteral("at least %1 are needed").arg(accessions(start + bound))
-                        : QStringLiteral("not proven smallest");
+    const int needed = start + bound;
+    const QString proof = bound == chosen ? tr("proven smallest")
+                          : bound < 0     ? tr("not proven smallest")
+                          : needed == 1   ? tr("at least %n accession is needed", nullptr, needed)
+                                        : tr("at least %n accessions are needed", nullptr, needed);
     return size + separator +
-           (counted ? QStringLiteral("they hold %1 of %2 alleles (%3 %)")
+           (counted ? tr("they hold %1 of %2 alleles (%3 %)")
                           .arg(holds)
                           .arg(total, percentText(holds, m_total))
                     : unreadable) +
@@ -115,25 +117,24 @@ QString XCoreReport::runLine() const
         return QString();
     QStringList parts;
     if (isExact(*m_workspace)) {
-        parts << QStringLiteral("Exact search");
+        parts << tr("Exact search");
         XResult::Entries const& entries = m_workspace->result()->entries();
         QList<int> const& bounds = m_workspace->result()->lowerBounds();
         int proven = 0;
         for (int i = 0; i < entries.size(); ++i)
             proven += bounds.value(i, -1) == entries.at(i).second.size();
-        parts << QStringLiteral("%1 of %2 cores proven smallest").arg(proven).arg(entries.size());
+        parts << tr("%1 of %n cores proven smallest", nullptr, entries.size()).arg(proven);
         const double seconds = m_workspace->seconds();
         if (seconds >= 0)
-            parts << QStringLiteral("%1 s").arg(
-                QString::number(seconds, 'f', seconds < 10 ? 1 : 0));
+            parts << tr("%1 s").arg(QString::number(seconds, 'f', seconds < 10 ? 1 : 0));
     } else {
-        parts << QStringLiteral("Reproducible search");
+        parts << tr("Reproducible search");
         if (m_workspace->seed() >= 0)
-            parts << QStringLiteral("seed %1").arg(m_workspace->seed());
+            parts << tr("seed %1").arg(m_workspace->seed());
         const int iterations = m_workspace->iterations();
         if (iterations >= 0)
-            parts << (iterations == 1 ? QStringLiteral("1 iteration")
-                                      : QStringLiteral("%1 iterations").arg(iterations));
+            parts << (iterations == 1 ? tr("%n iteration", nullptr, iterations)
+                                      : tr("%n iterations", nullptr, iterations));
     }
     return parts.join(separator);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QString>
 #include <QVector>
@@ -13,6 +14,8 @@ class XWorkspace;
 // coverage and run lines. Recounts once per core table.
 class XCoreReport
 {
+    Q_DECLARE_TR_FUNCTIONS(XCoreReport)
+
 public:
     // The workspace must outlive this report; null gives empty lines.
     explicit XCoreReport(XWorkspace* workspace = nullptr);
@@ -32,6 +35,9 @@ public:
     static QString percentText(int const& part, int const& whole);
 
 private:
+    // "1 accession", "27 accessions".
+    static QString accessions(int const& count);
+
     XWorkspace* m_workspace;
     int m_total = -1;
     QHash<XCsv const*, int> m_held;

@@ -349,7 +349,8 @@ template <typename Engine> void XMainWindow::runEngine(Engine& core)
     if constexpr (std::is_same_v<Engine, XCore>) {
         connect(&core, &XCore::searching, &progress, [&progress](int size, int accessions) {
             progress.setLabelText(
-                tr("Working...\nSearching cores of %1 of %2 accessions").arg(size).arg(accessions));
+                tr("Working...\nSearching cores of %1 of %n accessions", nullptr, accessions)
+                    .arg(size));
         });
     }
     connect(&core, &Engine::error, &progress, &QWidget::close);

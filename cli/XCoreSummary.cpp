@@ -15,7 +15,7 @@ QString XCoreSummary::text(XResult& result, int const& total, QString const& see
 {
     QString summary;
     QTextStream out(&summary);
-    out << "percent\taccessions\talleles\trecounted\n";
+    out << tr("percent\taccessions\talleles\trecounted") << '\n';
     XResult::Entries const& entries = result.entries();
     const int startRows = result.source() ? result.source()->rows() - 1 : 0;
     int first = 0;
@@ -29,7 +29,7 @@ QString XCoreSummary::text(XResult& result, int const& total, QString const& see
             << entries.at(first).first << '\t' << XAlleles::held({table}, table->headers()) << '\n';
         first = i + 1;
     }
-    out << "Total alleles: " << total << "; seed: " << seed << '\n';
+    out << tr("Total alleles: %1; seed: %2").arg(total).arg(seed) << '\n';
     return summary;
 }
 
@@ -43,12 +43,15 @@ QString XCoreSummary::invalidCell(QString const& which, XCsv const* table)
     // number alone, counted as a spreadsheet shows it.
     const QString label = table->at(row).value(0).toString();
     const QString header = table->at(0).value(column).toString();
-    return QStringLiteral("%1 row %2%3, column %4: \"%5\"")
-        .arg(which)
-        .arg(row + 1)
-        .arg(label.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(label),
-             header.isEmpty() ? QStringLiteral("%1 (no header)").arg(column + 1) : header,
-             table->at(row).value(column).toString());
+    const QString where = label.isEmpty() ? QString::number(row + 1)
+                                          : QStringLiteral("%1 (%2)").arg(row + 1).arg(label);
+    const QString named = header.isEmpty() ? tr("%1 (no header)").arg(column + 1) : header;
+    const QString cell = table->at(row).value(column).toString();
+    // "start" and "input" are words of the command line's own; the table
+    // is named in the sentence so that a translation can place it.
+    return (which == QLatin1String("start") ? tr("start row %1, column %2: \"%3\"")
+                                            : tr("input row %1, column %2: \"%3\""))
+        .arg(where, named, cell);
 }
 
 QString XCoreSummary::invalidCells(XCsv const* start, XCsv const* input)

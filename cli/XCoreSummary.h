@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 class XCsv;
@@ -11,6 +12,8 @@ class XResult;
 // recounted from the tables; then the total and the seed.
 class XCoreSummary
 {
+    Q_DECLARE_TR_FUNCTIONS(XCoreSummary)
+
 public:
     static QString text(XResult& result, int const& total, int const& seed);
     // The same with the seed as it is to be shown ("not recorded").

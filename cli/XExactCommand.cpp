@@ -19,7 +19,7 @@ QString XExactCommand::summary(XResult& result, int const& total, int const& zer
 {
     QString text;
     QTextStream out(&text);
-    out << "percent\taccessions\talleles\tsize\n";
+    out << tr("percent\taccessions\talleles\tsize") << '\n';
     XResult::Entries const& entries = result.entries();
     QList<int> const& bounds = result.lowerBounds();
     const int startRows = result.source() ? result.source()->rows() - 1 : 0;
@@ -35,16 +35,19 @@ QString XExactCommand::summary(XResult& result, int const& total, int const& zer
                                             : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
         const int firstSize = entries.at(first).second.size();
         const QString proof = bounds.value(first) == firstSize
-                                  ? QStringLiteral("minimal")
+                                  ? tr("minimal")
                                   : QStringLiteral("≥ %1").arg(startRows + bounds.value(first));
         out << percents << '\t' << startRows + firstSize << '\t' << entries.at(first).first << '\t'
             << proof << '\n';
         first = i + 1;
     }
-    out << "Total alleles: " << total << "; (marker, 0) pairs left out: " << zeroPairs << '\n';
-    out << "Proven minimal: " << proven << " of " << entries.size() << " entries; time: "
-        << (seconds >= 0 ? QString::number(seconds, 'f', 1) + QStringLiteral(" s")
-                         : QStringLiteral("not recorded"))
+    out << tr("Total alleles: %1; (marker, 0) pairs left out: %2").arg(total).arg(zeroPairs)
+        << '\n';
+    const QString time =
+        seconds >= 0 ? tr("%1 s").arg(QString::number(seconds, 'f', 1)) : tr("not recorded");
+    out << tr("Proven minimal: %1 of %n entries; time: %2", nullptr, entries.size())
+               .arg(proven)
+               .arg(time)
         << '\n';
     return text;
 }
@@ -76,7 +79,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     const double seconds = timer.nsecsElapsed() / 1e9;
 
     if (!outcome) {
-        printError(failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure);
+        printError(failure.isEmpty() ? tr("The run ended without a result.") : failure);
         if (failure == XExactCore::tr("Invalid value in csv."))
             printError(XCoreSummary::invalidCells(source.get(), input.get()));
         return 1;
@@ -93,7 +96,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     QString reason;
     if (!options.output.isEmpty() &&
         !XSpreadsheet::write(*outcome->csv(options.percent), options.output, &reason)) {
-        printError(options.output + QStringLiteral(": could not be written: ") + reason);
+        printError(tr("%1: could not be written: %2").arg(options.output, reason));
         status = 1;
     }
     // The workspace owns the tables and the result from here on.
@@ -102,7 +105,7 @@ int XExactCommand::run(std::unique_ptr<XCsv> input, std::unique_ptr<XCsv> source
     analysis.setExactRun(options.budget, seconds);
     if (!options.workspace.isEmpty() &&
         !XSaveFile::writeText(options.workspace, analysis.toString(), &reason)) {
-        printError(options.workspace + QStringLiteral(": could not be written: ") + reason);
+        printError(tr("%1: could not be written: %2").arg(options.workspace, reason));
         status = 1;
     }
     return status;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
@@ -14,6 +15,8 @@ class XResult;
 // left out of them, and a last line with the entries proven and the time.
 class XExactCommand
 {
+    Q_DECLARE_TR_FUNCTIONS(XExactCommand)
+
 public:
     struct Options
     {

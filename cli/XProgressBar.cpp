@@ -18,10 +18,10 @@ void XProgressBar::setPercent(int percent)
 
 void XProgressBar::setSearching(int size, int accessions)
 {
-    const QByteArray status = QStringLiteral(" Searching cores of %1 of %2 accessions")
-                                  .arg(size)
-                                  .arg(accessions)
-                                  .toUtf8();
+    const QByteArray status =
+        (QLatin1Char(' ') +
+         tr("Searching cores of %1 of %n accessions", nullptr, accessions).arg(size))
+            .toUtf8();
     // A shorter text must blank what is left of a longer one.
     const int previous = m_status.size();
     m_status = status;

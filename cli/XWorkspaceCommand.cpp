@@ -26,7 +26,7 @@ int XWorkspaceCommand::run(QString const& fileName, Options const& options)
         return 2;
     }
     if (!reading.workspace) {
-        printError(fileName + QStringLiteral(": not a valid workspace file: ") + reading.invalid);
+        printError(tr("%1: not a valid workspace file: %2").arg(fileName, reading.invalid));
         return 2;
     }
     XWorkspace& workspace = *reading.workspace;
@@ -45,15 +45,15 @@ int XWorkspaceCommand::run(QString const& fileName, Options const& options)
     } else {
         const int seed = workspace.seed();
         const bool recorded = workspace.settings().contains(QStringLiteral("Seed"));
-        out << XCoreSummary::text(
-            result, held, recorded ? QString::number(seed) : QStringLiteral("not recorded"));
+        out << XCoreSummary::text(result, held,
+                                  recorded ? QString::number(seed) : tr("not recorded"));
     }
     out.flush();
 
     QString reason;
     if (!options.output.isEmpty() &&
         !XSpreadsheet::write(*result.csv(options.percent), options.output, &reason)) {
-        printError(options.output + QStringLiteral(": could not be written: ") + reason);
+        printError(tr("%1: could not be written: %2").arg(options.output, reason));
         return 1;
     }
     return 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 // vireon-cli with a workspace file (.ccw) as INPUT: no search runs. The file
@@ -9,6 +10,8 @@
 // --percent.
 class XWorkspaceCommand
 {
+    Q_DECLARE_TR_FUNCTIONS(XWorkspaceCommand)
+
 public:
     struct Options
     {

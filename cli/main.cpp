@@ -31,12 +31,24 @@
 
 namespace {
 
+// The command line's texts, translated in the context of XCli.
+struct Msg
+{
+    Q_DECLARE_TR_FUNCTIONS(XCli)
+};
+
 enum ExitCode { Success = 0, EngineFailure = 1, UsageError = 2 };
+
+// Two lines of the toolkit's own help that its translations leave out;
+// listed here so that Vireon's translations carry them.
+[[maybe_unused]] const char* const toolkitHelp[] = {
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Displays help on commandline options."),
+    QT_TRANSLATE_NOOP("QCommandLineParser", "Displays help including Qt specific options.")};
 
 int usageError(QString const& message)
 {
-    printError(QStringLiteral("vireon-cli: ") + message);
-    printError(QStringLiteral("Try 'vireon-cli --help' for more information."));
+    printError(Msg::tr("vireon-cli: %1").arg(message));
+    printError(Msg::tr("Try 'vireon-cli --help' for more information."));
     return UsageError;
 }
 
@@ -85,13 +97,12 @@ bool readTable(QString const& fileName, bool allowLeftOut, std::unique_ptr<XCsv>
     const int leftOut = table->leftOutLines().size();
     const int kept = table->rows() - 1;
     if (!allowLeftOut && leftOut > kept) {
-        complainAbout(fileName,
-                      QStringLiteral("%1 of the %2 lines below the header row were left out, "
-                                     "more than half, so the table is refused; "
-                                     "--allow-left-out searches the %3 that were read.")
-                          .arg(leftOut)
-                          .arg(leftOut + kept)
-                          .arg(kept));
+        complainAbout(fileName, Msg::tr("%1 of the %2 lines below the header row were left out, "
+                                        "more than half, so the table is refused; "
+                                        "--allow-left-out searches the %3 that were read.")
+                                    .arg(leftOut)
+                                    .arg(leftOut + kept)
+                                    .arg(kept));
         return false;
     }
     return true;
@@ -108,7 +119,7 @@ QString outputProblem(QString const& target, AnalysisInputs const& inputs)
         return replaced;
     const QString problem = XSaveFile::targetProblem(target);
     return problem.isEmpty() ? QString()
-                             : target + QStringLiteral(": cannot be written: ") + problem;
+                             : Msg::tr("%1: cannot be written: %2").arg(target, problem);
 }
 
 // Whether two names are one file: the same path, or, when both exist, the
@@ -135,50 +146,56 @@ int main(int argc, char** argv)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("Selects core collections: for each percentage 1 to 100 of the alleles of "
-                       "INPUT, the smallest set of accessions found that holds that share."));
+        Msg::tr("Selects core collections: for each percentage 1 to 100 of the alleles of "
+                "INPUT, the smallest set of accessions found that holds that share."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption start({"s", "start"}, "starting collection", "FILE");
-    const QCommandLineOption iterations(
-        {"i", "iterations"}, "attempts per core size (default 10, at least 1)", "N", "10");
+    const QCommandLineOption start({"s", "start"}, Msg::tr("starting collection"), Msg::tr("FILE"));
+    const QCommandLineOption iterations({"i", "iterations"},
+                                        Msg::tr("attempts per core size (default 10, at least 1)"),
+                                        Msg::tr("N"), "10");
     const QCommandLineOption seed({"r", "seed"},
-                                  "random seed; 0 takes it from the clock (default 0)", "N", "0");
-    const QCommandLineOption workspace({"w", "workspace"},
-                                       "write the whole analysis as a workspace file, slider at "
-                                       "--percent",
-                                       "FILE");
+                                  Msg::tr("random seed; 0 takes it from the clock (default 0)"),
+                                  Msg::tr("N"), "0");
+    const QCommandLineOption workspace(
+        {"w", "workspace"},
+        Msg::tr("write the whole analysis as a workspace file, slider at --percent"),
+        Msg::tr("FILE"));
     const QCommandLineOption output({"o", "output"},
-                                    "write the core of --percent (a name ending in .xls or "
-                                    ".xlsx as a workbook, any other as comma-separated text)",
-                                    "FILE");
-    const QCommandLineOption percent(
-        {"p", "percent"}, "the core that --output writes (1..100, default 100)", "P", "100");
-    const QCommandLineOption result(
-        "result", "print the result's text form (the 100 lines of a workspace's result section) "
-                  "instead of the summary");
-    const QCommandLineOption quiet({"q", "quiet"}, "no progress on stderr");
+                                    Msg::tr("write the core of --percent (a name ending in .xls "
+                                            "or .xlsx as a workbook, any other as comma-separated "
+                                            "text)"),
+                                    Msg::tr("FILE"));
+    const QCommandLineOption percent({"p", "percent"},
+                                     Msg::tr("the core that --output writes (1..100, default 100)"),
+                                     Msg::tr("P"), "100");
+    const QCommandLineOption result("result",
+                                    Msg::tr("print the result's text form (the 100 lines of a "
+                                            "workspace's result section) instead of the summary"));
+    const QCommandLineOption quiet({"q", "quiet"}, Msg::tr("no progress on stderr"));
     const QCommandLineOption threads(
         {"t", "threads"},
-        "threads that search (default 0: one per core); any count gives the "
-        "same result",
-        "N", "0");
+        Msg::tr("threads that search (default 0: one per core); any count gives the same result"),
+        Msg::tr("N"), "0");
+    // The values of --search are words of the command line, not texts.
     const QCommandLineOption search(
         "search",
-        "reproducible (default): the randomised search, repeatable from its seed; exact: the "
-        "fewest accessions for each percentage, proven minimal or with a lower bound",
-        "MODE", "reproducible");
-    const QCommandLineOption budget("budget",
-                                    "seconds the exact search may spend on its proofs (default 60)",
-                                    "SECONDS", QString::number(XExactCore::defaultBudget));
+        Msg::tr("reproducible (default): the randomised search, repeatable from its seed; exact: "
+                "the fewest accessions for each percentage, proven minimal or with a lower bound"),
+        Msg::tr("MODE"), "reproducible");
+    const QCommandLineOption budget(
+        "budget", Msg::tr("seconds the exact search may spend on its proofs (default 60)"),
+        Msg::tr("SECONDS"), QString::number(XExactCore::defaultBudget));
     const QCommandLineOption allowLeftOut(
-        "allow-left-out", "search a .csv table even when more than half of its lines were left "
-                          "out (their number of fields differs from the header row's)");
+        "allow-left-out", Msg::tr("search a .csv table even when more than half of its lines were "
+                                  "left out (their number of fields differs from the header "
+                                  "row's)"));
     parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet, threads,
                        search, budget, allowLeftOut});
-    parser.addPositionalArgument(
-        "INPUT", "the table of accessions (.csv, .xls, .xlsx or .ods), or a workspace file (.ccw) "
-                 "to print and write from without a search");
+    parser.addPositionalArgument(Msg::tr("INPUT"),
+                                 Msg::tr("the table of accessions (.csv, .xls, .xlsx or .ods), or "
+                                         "a workspace file (.ccw) to print and write from without "
+                                         "a search"));
 
     if (!parser.parse(app.arguments()))
         return usageError(parser.errorText());
@@ -189,27 +206,27 @@ int main(int argc, char** argv)
 
     const QStringList inputs = parser.positionalArguments();
     if (inputs.size() != 1)
-        return usageError(inputs.isEmpty() ? QStringLiteral("no INPUT given.")
-                                           : QStringLiteral("only one INPUT may be given."));
+        return usageError(inputs.isEmpty() ? Msg::tr("no INPUT given.")
+                                           : Msg::tr("only one INPUT may be given."));
     int iterationCount = 0;
     if (!readNumber(parser.value(iterations), &iterationCount) || iterationCount < 1)
-        return usageError(QStringLiteral("--iterations needs a whole number of at least 1."));
+        return usageError(Msg::tr("--iterations needs a whole number of at least 1."));
     int seedValue = 0;
     if (!readNumber(parser.value(seed), &seedValue))
-        return usageError(QStringLiteral("--seed needs a whole number."));
+        return usageError(Msg::tr("--seed needs a whole number."));
     int threadCount = 0;
     if (!readNumber(parser.value(threads), &threadCount) || threadCount < 0)
-        return usageError(QStringLiteral("--threads needs a whole number of at least 0."));
+        return usageError(Msg::tr("--threads needs a whole number of at least 0."));
     int percentValue = 0;
     if (!readNumber(parser.value(percent), &percentValue) || percentValue < 1 || percentValue > 100)
-        return usageError(QStringLiteral("--percent needs a whole number from 1 to 100."));
+        return usageError(Msg::tr("--percent needs a whole number from 1 to 100."));
 
     const QString mode = parser.value(search);
     if (mode != QLatin1String("reproducible") && mode != QLatin1String("exact"))
-        return usageError(QStringLiteral("--search is reproducible or exact."));
+        return usageError(Msg::tr("--search is reproducible or exact."));
     int budgetValue = 0;
     if (!readNumber(parser.value(budget), &budgetValue) || budgetValue < 0)
-        return usageError(QStringLiteral("--budget needs a whole number of seconds, 0 or more."));
+        return usageError(Msg::tr("--budget needs a whole number of seconds, 0 or more."));
 
     // Outputs are checked before anything is read or searched, so that a
     // long search never ends in a file that cannot be written, and no output
@@ -228,7 +245,7 @@ int main(int argc, char** argv)
     }
     if (outputs.size() == 2 && sameTarget(outputs.at(0), outputs.at(1)))
         return usageError(
-            QStringLiteral("--output and --workspace name the same file, %1.").arg(outputs.at(0)));
+            Msg::tr("--output and --workspace name the same file, %1.").arg(outputs.at(0)));
     for (QString const& target : outputs) {
         const QString problem = outputProblem(target, analysisInputs);
         if (!problem.isEmpty()) {
@@ -245,8 +262,8 @@ int main(int argc, char** argv)
                 searchOptions << QStringLiteral("--") + option.names().constLast();
         }
         if (!searchOptions.isEmpty())
-            return usageError(QStringLiteral("%1 cannot be given with a workspace file: it holds "
-                                             "its analysis already.")
+            return usageError(Msg::tr("%1 cannot be given with a workspace file: it holds "
+                                      "its analysis already.")
                                   .arg(searchOptions.join(QStringLiteral(", "))));
         XWorkspaceCommand::Options shown;
         shown.percent = percentValue;
@@ -267,7 +284,7 @@ int main(int argc, char** argv)
         const QString tooLarge =
             XSpreadsheet::fitProblem(parser.value(output), 1 + startRows, input->columns());
         if (!tooLarge.isEmpty()) {
-            printError(parser.value(output) + QStringLiteral(": cannot be written: ") + tooLarge);
+            printError(Msg::tr("%1: cannot be written: %2").arg(parser.value(output), tooLarge));
             return UsageError;
         }
     }
@@ -306,7 +323,7 @@ int main(int argc, char** argv)
     progress.reset();
 
     if (!outcome) {
-        printError(failure.isEmpty() ? QStringLiteral("The run ended without a result.") : failure);
+        printError(failure.isEmpty() ? Msg::tr("The run ended without a result.") : failure);
         if (failure == XCore::tr("Invalid value in csv."))
             printError(XCoreSummary::invalidCells(source.get(), input.get()));
         return EngineFailure;
@@ -325,7 +342,7 @@ int main(int argc, char** argv)
     QString reason;
     if (parser.isSet(output) &&
         !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output), &reason)) {
-        printError(parser.value(output) + QStringLiteral(": could not be written: ") + reason);
+        printError(Msg::tr("%1: could not be written: %2").arg(parser.value(output), reason));
         status = EngineFailure;
     }
     // The workspace owns the tables and the result from here on.
@@ -334,7 +351,7 @@ int main(int argc, char** argv)
     analysis.setReproducibleRun(iterationCount, seedValue);
     if (parser.isSet(workspace) &&
         !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
-        printError(parser.value(workspace) + QStringLiteral(": could not be written: ") + reason);
+        printError(Msg::tr("%1: could not be written: %2").arg(parser.value(workspace), reason));
         status = EngineFailure;
     }
     return status;
