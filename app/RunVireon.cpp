@@ -1,6 +1,7 @@
 #include "RunVireon.h"
 
 #include "CenterResize.h"
+#include "Translations.h"
 #include "VireonResources.h"
 #include "XMainWindow.h"
 
@@ -17,6 +18,7 @@ int runVireon(int& argc, char** argv, std::function<void(XMainWindow&)> const& s
     // Dialogs without a title of their own show this, not the file name.
     QApplication::setApplicationDisplayName(QStringLiteral("Vireon"));
     initVireonResources();
+    installTranslators(*app);
     auto* window = new XMainWindow(nullptr);
     centerResize(*window, 0);
     window->show();

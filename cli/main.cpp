@@ -5,6 +5,7 @@
 #include "TableNotes.h"
 #include "TerminalText.h"
 #include "TextFile.h"
+#include "Translations.h"
 #include "XAlleles.h"
 #include "XCore.h"
 #include "XCoreSummary.h"
@@ -143,6 +144,7 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vireon-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VIREON_VERSION));
+    installTranslators(app);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
