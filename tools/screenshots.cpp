@@ -1,6 +1,9 @@
 // Drives the real main window through a whole analysis of the example data
-// and saves a picture of each step. Usage: screenshots OUTPUT_DIR
+// and saves a picture of each step. Usage: screenshots OUTPUT_DIR [LANGUAGE]
+// With a LANGUAGE ("es", "fr"), the program speaks it and only the pictures
+// that show the README's languages are saved, as NAME-LANGUAGE.png.
 #include "ModalDialogs.h"
+#include "Translations.h"
 #include "VireonResources.h"
 #include "XCsv.h"
 #include "XCsvEditor.h"
@@ -32,12 +35,18 @@
 namespace {
 
 QString outputDir;
+QString language;
 int failures = 0;
 
 void save(QWidget* widget, QString const& name)
 {
+    static const QStringList translated{QStringLiteral("core"), QStringLiteral("wizard")};
+    if (!language.isEmpty() && !translated.contains(name))
+        return;
     QApplication::processEvents();
-    const QString path = outputDir + QLatin1Char('/') + name + QStringLiteral(".png");
+    const QString path = outputDir + QLatin1Char('/') + name +
+                         (language.isEmpty() ? QString() : QLatin1Char('-') + language) +
+                         QStringLiteral(".png");
     if (!widget || !widget->grab().save(path)) {
         std::fprintf(stderr, "could not save %s\n", qPrintable(path));
         ++failures;
@@ -79,11 +88,18 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Vireon"));
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: screenshots OUTPUT_DIR\n");
+    if (argc != 2 && argc != 3) {
+        std::fprintf(stderr, "usage: screenshots OUTPUT_DIR [LANGUAGE]\n");
         return 2;
     }
     outputDir = QString::fromLocal8Bit(argv[1]);
+    if (argc == 3) {
+        language = QString::fromLocal8Bit(argv[2]);
+        if (installTranslators(app, QLocale(language)) != language) {
+            std::fprintf(stderr, "Vireon has no translation for %s\n", argv[2]);
+            return 2;
+        }
+    }
     QDir().mkpath(outputDir);
     initVireonResources();
     const QString examples = QStringLiteral(VIREON_EXAMPLES_DIR);
@@ -149,7 +165,7 @@ int main(int argc, char* argv[])
     XCsvEditor editor(&table, true, nullptr);
     editor.resize(900, 600);
     editor.show();
-    if (QPushButton* find = buttonNamed(&editor, QStringLiteral("Find")))
+    if (QPushButton* find = buttonNamed(&editor, XCsvEditor::tr("Find")))
         find->click();
     save(&editor, QStringLiteral("editor"));
     editor.close();
@@ -157,7 +173,8 @@ int main(int argc, char* argv[])
     // Quitting with an analysis never exported: the question, then Cancel.
     whenModalOpens([](QWidget* modal) {
         save(modal, QStringLiteral("quit-question"));
-        if (QPushButton* cancel = buttonNamed(modal, QStringLiteral("Cancel")))
+        if (QPushButton* cancel =
+                buttonNamed(modal, QCoreApplication::translate("XAnalysisFile", "Cancel")))
             cancel->click();
         else
             modal->close();
@@ -201,7 +218,7 @@ int main(int argc, char* argv[])
         save(wizard, QStringLiteral("wizard-checks"));
         whenModalOpens([](QWidget* question) {
             save(question, QStringLiteral("wizard-discard"));
-            if (QPushButton* discard = buttonNamed(question, QStringLiteral("Discard")))
+            if (QPushButton* discard = buttonNamed(question, XWizard::tr("Discard")))
                 discard->click();
             else
                 question->close();
@@ -227,7 +244,7 @@ int main(int argc, char* argv[])
         page->findChild<QPushButton*>(QStringLiteral("inputBrowse"))->click();
         save(wizard, QStringLiteral("wizard-xlsx"));
         whenModalOpens([](QWidget* question) {
-            if (QPushButton* discard = buttonNamed(question, QStringLiteral("Discard")))
+            if (QPushButton* discard = buttonNamed(question, XWizard::tr("Discard")))
                 discard->click();
             else
                 question->close();
@@ -284,6 +301,8 @@ int main(int argc, char* argv[])
     tabs->setCurrentIndex(XMainWindow::GraphTab);
     save(&window, QStringLiteral("graph-exact"));
     // The same graph as "Save Graph As..." writes it for a paper.
+    if (!language.isEmpty())
+        return failures == 0 ? 0 : 1;
     auto* graph = window.findChild<XGraphWidget*>();
     const QString paper = QDir(outputDir).filePath(QStringLiteral("graph-paper.png"));
     QString reason;
