@@ -5,6 +5,8 @@
 #include "XResult.h"
 #include "XWorkspace.h"
 
+#include <QLocale>
+
 namespace {
 
 const QString separator = QStringLiteral(" · ");
@@ -33,8 +35,10 @@ QString XCoreReport::percentText(int const& part, int const& whole)
 {
     if (whole <= 0)
         return QStringLiteral("0");
-    QString text = QString::number(100.0 * part / whole, 'f', 1);
-    if (text.endsWith(QLatin1String(".0")))
+    // The decimal mark of the user's locale: "85,5" in Spanish and French.
+    const QLocale locale;
+    QString text = locale.toString(100.0 * part / whole, 'f', 1);
+    if (text.endsWith(QString(locale.decimalPoint()) + locale.zeroDigit()))
         text.chop(2);
     return text;
 }

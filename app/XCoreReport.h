@@ -31,7 +31,7 @@ public:
     QString runLine() const;
 
     // A share of the alleles as the lines write it: one decimal, none when
-    // it is whole ("85.5", "100").
+    // it is whole ("85.5", "100"), with the decimal mark of the locale.
     static QString percentText(int const& part, int const& whole);
 
 private:

@@ -95,6 +95,8 @@ int main(int argc, char* argv[])
     outputDir = QString::fromLocal8Bit(argv[1]);
     if (argc == 3) {
         language = QString::fromLocal8Bit(argv[2]);
+        // As LANG would set it: the numbers follow the language too.
+        QLocale::setDefault(QLocale(language));
         if (installTranslators(app, QLocale(language)) != language) {
             std::fprintf(stderr, "Vireon has no translation for %s\n", argv[2]);
             return 2;

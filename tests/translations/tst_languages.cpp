@@ -154,6 +154,9 @@ void TestLanguages::linesUnderTheSlider()
     QCOMPARE(report.runLine(), m_expected.runLine);
     std::unique_ptr<XWorkspace> started(workspace(true));
     QCOMPARE(XCoreReport(started.get()).coverageLine(50), m_expected.startLine);
+    // Both languages write a decimal comma.
+    QCOMPARE(XCoreReport::percentText(1, 8), QStringLiteral("12,5"));
+    QCOMPARE(XCoreReport::percentText(8, 8), QStringLiteral("100"));
 }
 
 void TestLanguages::cliHelp()
