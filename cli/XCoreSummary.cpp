@@ -61,3 +61,38 @@ QString XCoreSummary::invalidCells(XCsv const* start, XCsv const* input)
     }
     return lines;
 }
+
+QString XCoreSummary::exactText(XResult& result, int const& total, int const& zeroPairs,
+                                double const& seconds)
+{
+    QString text;
+    QTextStream out(&text);
+    out << "percent\taccessions\talleles\tsize\n";
+    XResult::Entries const& entries = result.entries();
+    QList<int> const& bounds = result.lowerBounds();
+    const int startRows = result.source() ? result.source()->rows() - 1 : 0;
+    int proven = 0;
+    int first = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        const int size = entries.at(i).second.size();
+        proven += bounds.value(i) == size;
+        if (i + 1 < entries.size() && entries.at(i + 1) == entries.at(first) &&
+            bounds.value(i + 1) == bounds.value(first))
+            continue;
+        const QString percents = first == i ? QString::number(first + 1)
+                                            : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
+        const int firstSize = entries.at(first).second.size();
+        const QString proof = bounds.value(first) == firstSize
+                                  ? QStringLiteral("minimal")
+                                  : QStringLiteral("≥ %1").arg(startRows + bounds.value(first));
+        out << percents << '\t' << startRows + firstSize << '\t' << entries.at(first).first << '\t'
+            << proof << '\n';
+        first = i + 1;
+    }
+    out << "Total alleles: " << total << "; (marker, 0) pairs left out: " << zeroPairs << '\n';
+    out << "Proven minimal: " << proven << " of " << entries.size() << " entries; time: "
+        << (seconds >= 0 ? QString::number(seconds, 'f', 1) + QStringLiteral(" s")
+                         : QStringLiteral("not recorded"))
+        << '\n';
+    return text;
+}
