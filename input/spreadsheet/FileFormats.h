@@ -18,9 +18,9 @@ enum class WorkbookKind {
 };
 
 // A question a format asks before its file is read (a genotype format's
-// missing-data code, say): the wizard shows it as a field on the selection
-// page, vireon-cli offers it as --option; the answers reach the format's
-// reader by option name.
+// missing-data code, say), meant for the wizard to show as a field on the
+// selection page and for vireon-cli to offer as --option, the answers
+// reaching the format's reader by option name. No format asks one yet.
 struct FormatQuestion
 {
     QString option;
