@@ -33,12 +33,6 @@ void XAnalysisFile::exported(QString const& path)
     m_unexported = false;
 }
 
-void XAnalysisFile::cleared()
-{
-    m_path.clear();
-    m_unexported = false;
-}
-
 QString XAnalysisFile::windowTitle() const
 {
     const QString name = QStringLiteral("Vireon");

@@ -16,8 +16,6 @@ public:
     void made();
     void imported(QString const& path);
     void exported(QString const& path);
-    // No analysis is shown.
-    void cleared();
 
     bool isUnexported() const { return m_unexported; }
     // "microbov.ccw — Vireon", or "Vireon" while no file belongs to the analysis.

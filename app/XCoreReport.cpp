@@ -18,8 +18,7 @@ int startRows(XWorkspace const& workspace)
 
 bool isExact(XWorkspace const& workspace)
 {
-    return workspace.search() == QLatin1String("exact") ||
-           (workspace.search().isEmpty() && !workspace.result()->lowerBounds().isEmpty());
+    return workspace.searchKind() == XSearchKind::Exact;
 }
 
 } // namespace

@@ -1,16 +1,17 @@
 #include "XMainWindow.h"
 
 #include "CenterResize.h"
-#include "XCore.h"
+#include "FileFormats.h"
+#include "TableRules.h"
 #include "XCoreReport.h"
 #include "XCsv.h"
 #include "XCsvTableWidget.h"
-#include "XExactCore.h"
 #include "XFileDialog.h"
 #include "XGraphWidget.h"
 #include "XResult.h"
 #include "XSample.h"
 #include "XSaveFile.h"
+#include "XSearchRunner.h"
 #include "XSpreadsheet.h"
 #include "XWizard.h"
 #include "XWorkspace.h"
@@ -29,8 +30,6 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
-
-#include <type_traits>
 
 namespace {
 
@@ -72,37 +71,7 @@ XMainWindow::XMainWindow(QWidget* parent)
       m_slider(nullptr), m_sliderValue(nullptr), m_coverageLine(nullptr), m_runLine(nullptr),
       m_coreView(nullptr), m_graph(nullptr), m_inputView(nullptr), m_sourceView(nullptr)
 {
-    auto* menuBar = new QMenuBar(this);
-
-    m_exportAction->setEnabled(false);
-    m_saveAction->setEnabled(false);
-    m_saveAsAction->setEnabled(false);
-
-    m_newAction->setShortcut(QKeySequence::New);
-    m_saveAction->setShortcut(QKeySequence::Save);
-    m_saveAsAction->setShortcut(standardOr(QKeySequence::SaveAs, QKeySequence(tr("Ctrl+Shift+S"))));
-    m_quitAction->setShortcut(QKeySequence::Quit);
-
-    connect(m_newAction, &QAction::triggered, this, &XMainWindow::wizard);
-    connect(m_saveAction, &QAction::triggered, this, &XMainWindow::save);
-    connect(m_saveAsAction, &QAction::triggered, this, &XMainWindow::saveAs);
-    connect(m_importAction, &QAction::triggered, this, &XMainWindow::importWorkspace);
-    connect(m_exportAction, &QAction::triggered, this, &XMainWindow::exportWorkspace);
-    connect(m_quitAction, &QAction::triggered, this, &QWidget::close);
-    connect(m_aboutAction, &QAction::triggered, m_about.get(), &QMessageBox::exec);
-    connect(m_aboutQtAction, &QAction::triggered, qApp, &QApplication::aboutQt);
-
-    QMenu* file = menuBar->addMenu(tr("&File"));
-    file->addAction(m_newAction);
-    file->addAction(m_saveAction);
-    file->addAction(m_saveAsAction);
-    file->addAction(m_importAction);
-    file->addAction(m_exportAction);
-    file->addAction(m_quitAction);
-    QMenu* help = menuBar->addMenu(tr("&Help"));
-    help->addAction(m_aboutAction);
-    help->addAction(m_aboutQtAction);
-    setMenuBar(menuBar);
+    buildMenus();
 
     setMinimumSize(640, 480);
 
@@ -174,8 +143,41 @@ XMainWindow::~XMainWindow()
 {
     // The views let go of the tables before the workspace deletes them.
     clearWorkspace(nullptr);
-    delete m_pendingCsv;
-    delete m_pendingSrc;
+}
+
+void XMainWindow::buildMenus()
+{
+    auto* menuBar = new QMenuBar(this);
+
+    m_exportAction->setEnabled(false);
+    m_saveAction->setEnabled(false);
+    m_saveAsAction->setEnabled(false);
+
+    m_newAction->setShortcut(QKeySequence::New);
+    m_saveAction->setShortcut(QKeySequence::Save);
+    m_saveAsAction->setShortcut(standardOr(QKeySequence::SaveAs, QKeySequence(tr("Ctrl+Shift+S"))));
+    m_quitAction->setShortcut(QKeySequence::Quit);
+
+    connect(m_newAction, &QAction::triggered, this, &XMainWindow::wizard);
+    connect(m_saveAction, &QAction::triggered, this, &XMainWindow::save);
+    connect(m_saveAsAction, &QAction::triggered, this, &XMainWindow::saveAs);
+    connect(m_importAction, &QAction::triggered, this, &XMainWindow::importWorkspace);
+    connect(m_exportAction, &QAction::triggered, this, &XMainWindow::exportWorkspace);
+    connect(m_quitAction, &QAction::triggered, this, &QWidget::close);
+    connect(m_aboutAction, &QAction::triggered, m_about.get(), &QMessageBox::exec);
+    connect(m_aboutQtAction, &QAction::triggered, qApp, &QApplication::aboutQt);
+
+    QMenu* file = menuBar->addMenu(tr("&File"));
+    file->addAction(m_newAction);
+    file->addAction(m_saveAction);
+    file->addAction(m_saveAsAction);
+    file->addAction(m_importAction);
+    file->addAction(m_exportAction);
+    file->addAction(m_quitAction);
+    QMenu* help = menuBar->addMenu(tr("&Help"));
+    help->addAction(m_aboutAction);
+    help->addAction(m_aboutQtAction);
+    setMenuBar(menuBar);
 }
 
 QWidget* XMainWindow::buildStartPage()
@@ -286,121 +288,79 @@ void XMainWindow::sample()
 
 void XMainWindow::wizard()
 {
-    if (m_pendingCsv)
+    if (m_pending)
         return;
     XWizard wizard(this);
-    connect(&wizard, &XWizard::searchChosen, this, &XMainWindow::chooseSearch);
-    connect(&wizard, &XWizard::filesChosen, this, &XMainWindow::chooseFiles);
-    connect(&wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
-            &XMainWindow::parseCsv);
+    connect(&wizard, qOverload<XAnalysisRequest&>(&XWizard::finished), this,
+            [this](XAnalysisRequest& request) { parseCsv(std::move(request)); });
     wizard.exec();
 }
 
-void XMainWindow::parseCsv(XCsv* csv, XCsv* src, int iterations, int seed)
+void XMainWindow::parseCsv(XAnalysisRequest request)
 {
-    // The choice holds for this call only.
-    const Run chosen = m_next;
-    m_next = Run();
-    if (m_pendingCsv)
+    if (m_pending)
         return;
     // The search needs accessions; a header row alone is refused here,
     // before a thread is started for nothing.
-    if (!csv || csv->rows() < 2) {
-        delete csv;
-        delete src;
+    if (!request.input || !TableRules::hasAccessions(*request.input)) {
         QMessageBox::critical(this, tr("Error"),
                               tr("The input table has no accessions: it needs at least one row "
                                  "below its header row."));
         return;
     }
-    m_pendingCsv = csv;
-    m_pendingSrc = src;
-    m_pendingRun = chosen;
-    m_pendingRun.iterations = iterations;
+    m_pending = std::make_unique<XAnalysisRequest>(std::move(request));
     m_runClock.start();
-    if (m_pendingRun.exact) {
-        XExactCore core(csv, src, m_pendingRun.budget);
-        runEngine(core);
-    } else {
-        XCore core(csv, src, iterations, seed);
-        // A clock seed is kept as the number it became, so the run can be repeated.
-        m_pendingRun.seed = int(core.seed());
-        runEngine(core);
-    }
+    XSearchRunner runner(m_pending->input.get(), m_pending->start.get(), m_pending->settings);
+    // A clock seed is kept as the number it became, so the run can be repeated.
+    m_pending->settings = runner.search().settings();
+    runSearch(runner);
 }
 
-void XMainWindow::chooseSearch(bool exact, int budgetSeconds)
-{
-    m_next.exact = exact;
-    m_next.budget = budgetSeconds;
-}
-
-void XMainWindow::chooseFiles(QString const& inputFile, QString const& startFile)
-{
-    m_next.inputs = AnalysisInputs();
-    m_next.inputs.add(AnalysisInputs::InputTable, inputFile);
-    m_next.inputs.add(AnalysisInputs::StartingCollection, startFile);
-}
-
-template <typename Engine> void XMainWindow::runEngine(Engine& core)
+void XMainWindow::runSearch(XSearchRunner& runner)
 {
     QProgressDialog progress(tr("Working..."), tr("Abort"), 1, 100, this);
-    connect(&core, &Engine::percentChanged, &progress, &QProgressDialog::setValue);
-    if constexpr (std::is_same_v<Engine, XCore>) {
-        connect(&core, &XCore::searching, &progress, [&progress](int size, int accessions) {
-            progress.setLabelText(
-                tr("Working...\nSearching cores of %1 of %n accessions", nullptr, accessions)
-                    .arg(size));
-        });
-    }
-    connect(&core, &Engine::error, &progress, &QWidget::close);
-    connect(&core, &QThread::finished, &progress, &QWidget::close);
-    connect(&core, &Engine::completed, this, &XMainWindow::csvParseSucceeded);
-    connect(&core, &Engine::error, this, &XMainWindow::csvParseFailed);
+    connect(&runner, &XSearchRunner::percentChanged, &progress, &QProgressDialog::setValue);
+    connect(&runner, &XSearchRunner::searching, &progress, [&progress](int size, int accessions) {
+        progress.setLabelText(
+            tr("Working...\nSearching cores of %1 of %n accessions", nullptr, accessions)
+                .arg(size));
+    });
+    connect(&runner, &XSearchRunner::error, &progress, &QWidget::close);
+    connect(&runner, &XSearchRunner::finished, &progress, &QWidget::close);
+    connect(&runner, &XSearchRunner::completed, this, &XMainWindow::csvParseSucceeded);
+    connect(&runner, &XSearchRunner::error, this, &XMainWindow::csvParseFailed);
     connect(&progress, &QProgressDialog::canceled, this, &XMainWindow::csvParseCanceled);
-    connect(&progress, &QProgressDialog::canceled, &core, &Engine::stopIterating);
-    core.start();
+    connect(&progress, &QProgressDialog::canceled, &runner, &XSearchRunner::stopIterating);
+    runner.start();
     progress.exec();
-    core.wait();
-}
-
-void XMainWindow::discardPending()
-{
-    delete m_pendingCsv;
-    delete m_pendingSrc;
-    m_pendingCsv = nullptr;
-    m_pendingSrc = nullptr;
+    runner.wait();
 }
 
 void XMainWindow::csvParseSucceeded(XResult* result)
 {
     // An abort that came in after the result was sent has taken the tables.
-    if (!m_pendingCsv) {
+    if (!m_pending) {
         delete result;
         return;
     }
-    auto* workspace = new XWorkspace(m_pendingCsv, m_pendingSrc, result, nullptr);
-    workspace->setInputs(m_pendingRun.inputs);
-    if (m_pendingRun.exact)
-        workspace->setExactRun(m_pendingRun.budget, m_runClock.nsecsElapsed() / 1e9);
-    else
-        workspace->setReproducibleRun(m_pendingRun.iterations, m_pendingRun.seed);
+    const std::unique_ptr<XAnalysisRequest> done = std::move(m_pending);
+    auto* workspace = new XWorkspace(done->input.release(), done->start.release(), result, nullptr);
+    workspace->setInputs(done->files);
+    workspace->setRun(done->settings, m_runClock.nsecsElapsed() / 1e9);
     clearWorkspace(workspace);
-    m_pendingCsv = nullptr;
-    m_pendingSrc = nullptr;
     m_file.made();
     setWindowTitle(m_file.windowTitle());
 }
 
 void XMainWindow::csvParseFailed(QString error)
 {
-    discardPending();
+    m_pending.reset();
     QMessageBox::critical(this, tr("Error"), error, QMessageBox::Ok, QMessageBox::NoButton);
 }
 
 void XMainWindow::csvParseCanceled()
 {
-    discardPending();
+    m_pending.reset();
 }
 
 bool XMainWindow::saveCurrent(QString const& fileName, QString* error) const
@@ -450,11 +410,12 @@ void XMainWindow::saveAs()
 {
     if (!m_workspace)
         return;
-    const QString filters =
-        tr("Comma separated value files %1").arg(QStringLiteral("(*.csv)")) + QStringLiteral(";;") +
-        tr("Microsoft Excel files %1").arg(QStringLiteral("(*.xls)")) + QStringLiteral(";;") +
-        tr("Excel workbooks %1").arg(QStringLiteral("(*.xlsx)"));
-    const QString name = XFileDialog::saveFileName(this, filters);
+    QStringList filters;
+    for (FileFormat const& format : fileFormats()) {
+        if (format.saveFilter)
+            filters << tr(format.saveFilter).arg(QStringLiteral("(*%1)").arg(format.suffix));
+    }
+    const QString name = XFileDialog::saveFileName(this, filters.join(QStringLiteral(";;")));
     if (name.isEmpty() || refuseTarget(name, m_shown))
         return;
     m_workspace->setSavePath(name);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AnalysisInputs.h"
 #include "XAnalysisFile.h"
+#include "XAnalysisRequest.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -19,6 +19,7 @@ class XCoreReport;
 class XCsvTableWidget;
 class XGraphWidget;
 class XResult;
+class XSearchRunner;
 class XWorkspace;
 
 // The application shell: menus, the start page, and the tabs that show the
@@ -46,15 +47,14 @@ public:
     QString coverageLine() const;
     QString runLine() const;
 
+    // Runs the search the request asks for under the progress dialog, and
+    // shows the result in a new workspace that takes the request's tables.
+    // Ignored while a run is under way.
+    void parseCsv(XAnalysisRequest request);
+
 public slots:
     void sample();
     void wizard();
-    // The search the next parseCsv() runs; it falls back to the reproducible
-    // one after each run, so a direct parseCsv() runs that.
-    void chooseSearch(bool exact, int budgetSeconds);
-    // The files the next parseCsv()'s tables were read from.
-    void chooseFiles(QString const& inputFile, QString const& startFile);
-    void parseCsv(XCsv* csv, XCsv* src, int iterations, int seed);
     void csvParseSucceeded(XResult* result);
     void csvParseFailed(QString error);
     void csvParseCanceled();
@@ -69,12 +69,12 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The actions' keys and connections, and the File and Help menus.
+    void buildMenus();
     QWidget* buildStartPage();
     QWidget* buildCorePage();
-    void discardPending();
-    // Runs the engine under the progress dialog until it ends.
-    template <typename Engine> void runEngine(Engine& core);
-    void showCoreLines(int value);
+    // Runs the search under the progress dialog until it ends.
+    void runSearch(XSearchRunner& runner);
     void reportWrite(bool written, QString const& done, QString const& fileName,
                      QString const& reason);
     // Says in a message box why a save or export to fileName is refused
@@ -104,21 +104,11 @@ private:
     XCsvTableWidget* m_inputView;
     XCsvTableWidget* m_sourceView;
     XCsv* m_shown = nullptr;
-    XCsv* m_pendingCsv = nullptr;
-    XCsv* m_pendingSrc = nullptr;
     XWorkspace* m_workspace = nullptr;
     std::unique_ptr<XCoreReport> m_report;
-    // The search chosen for the next run, and the one under way.
-    struct Run
-    {
-        bool exact = false;
-        int budget = 0;
-        int iterations = 0;
-        int seed = 0;
-        AnalysisInputs inputs;
-    };
-    Run m_next;
-    Run m_pendingRun;
+    // The analysis whose search is under way: set from the start of a run
+    // until its outcome is known.
+    std::unique_ptr<XAnalysisRequest> m_pending;
     QElapsedTimer m_runClock;
     XAnalysisFile m_file;
 };

@@ -1,30 +1,30 @@
 #include "XSample.h"
 
+#include "FileFormats.h"
+
 #include <QLabel>
 #include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-XSample::XSample(QWidget* parent)
-    : QDialog(parent), m_csvPicture(new QLabel(this)), m_excelPicture(new QLabel(this)),
-      m_close(new QPushButton(tr("Close"), this))
+XSample::XSample(QWidget* parent) : QDialog(parent), m_close(new QPushButton(tr("Close"), this))
 {
-    m_csvPicture->setObjectName(QStringLiteral("csvPicture"));
-    m_excelPicture->setObjectName(QStringLiteral("excelPicture"));
     m_close->setObjectName(QStringLiteral("close"));
     connect(m_close, &QPushButton::clicked, this, &QDialog::close);
-    // A missing picture leaves its label empty.
-    m_csvPicture->setPixmap(QPixmap(QStringLiteral(":/img/csv_example")));
-    m_excelPicture->setPixmap(QPixmap(QStringLiteral(":/img/excel_example")));
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(tr("<b>Rows</b>: Accessions"), this));
     layout->addWidget(new QLabel(tr("<b>Columns</b>: Microsatellite markers"), this));
-    layout->addWidget(new QLabel(this));
-    layout->addWidget(new QLabel(tr("Comma-separated values (<b>.csv</b>) file"), this));
-    layout->addWidget(m_csvPicture);
-    layout->addWidget(new QLabel(this));
-    layout->addWidget(new QLabel(tr("Microsoft Excel (<b>.xls</b>) file"), this));
-    layout->addWidget(m_excelPicture);
+    for (FileFormat const& format : fileFormats()) {
+        if (!format.samplePicture)
+            continue;
+        auto* picture = new QLabel(this);
+        picture->setObjectName(QString::fromLatin1(format.sampleName));
+        // A missing picture leaves its label empty.
+        picture->setPixmap(QPixmap(QString::fromLatin1(format.samplePicture)));
+        layout->addWidget(new QLabel(this));
+        layout->addWidget(new QLabel(tr(format.sampleText), this));
+        layout->addWidget(picture);
+    }
     layout->addWidget(m_close);
 }

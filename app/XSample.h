@@ -2,11 +2,10 @@
 
 #include <QDialog>
 
-class QLabel;
 class QPushButton;
 
-// Shows what an input file looks like, as comma-separated text and as a
-// spreadsheet.
+// Shows what an input file looks like in each format that has a sample
+// (FileFormats.def): as comma-separated text and as a spreadsheet.
 class XSample : public QDialog
 {
     Q_OBJECT
@@ -15,7 +14,5 @@ public:
     explicit XSample(QWidget* parent = nullptr);
 
 private:
-    QLabel* m_csvPicture;
-    QLabel* m_excelPicture;
     QPushButton* m_close;
 };

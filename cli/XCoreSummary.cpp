@@ -64,3 +64,41 @@ QString XCoreSummary::invalidCells(XCsv const* start, XCsv const* input)
     }
     return lines;
 }
+
+QString XCoreSummary::exactText(XResult& result, int const& total, int const& zeroPairs,
+                                double const& seconds)
+{
+    QString text;
+    QTextStream out(&text);
+    out << tr("percent\taccessions\talleles\tsize") << '\n';
+    XResult::Entries const& entries = result.entries();
+    QList<int> const& bounds = result.lowerBounds();
+    const int startRows = result.source() ? result.source()->rows() - 1 : 0;
+    int proven = 0;
+    int first = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        const int size = entries.at(i).second.size();
+        proven += bounds.value(i) == size;
+        if (i + 1 < entries.size() && entries.at(i + 1) == entries.at(first) &&
+            bounds.value(i + 1) == bounds.value(first))
+            continue;
+        const QString percents = first == i ? QString::number(first + 1)
+                                            : QStringLiteral("%1-%2").arg(first + 1).arg(i + 1);
+        const int firstSize = entries.at(first).second.size();
+        const QString proof = bounds.value(first) == firstSize
+                                  ? tr("minimal")
+                                  : QStringLiteral("≥ %1").arg(startRows + bounds.value(first));
+        out << percents << '\t' << startRows + firstSize << '\t' << entries.at(first).first << '\t'
+            << proof << '\n';
+        first = i + 1;
+    }
+    out << tr("Total alleles: %1; (marker, 0) pairs left out: %2").arg(total).arg(zeroPairs)
+        << '\n';
+    const QString time =
+        seconds >= 0 ? tr("%1 s").arg(QString::number(seconds, 'f', 1)) : tr("not recorded");
+    out << tr("Proven minimal: %1 of %n entries; time: %2", nullptr, entries.size())
+               .arg(proven)
+               .arg(time)
+        << '\n';
+    return text;
+}

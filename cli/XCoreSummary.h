@@ -18,6 +18,12 @@ public:
     static QString text(XResult& result, int const& total, int const& seed);
     // The same with the seed as it is to be shown ("not recorded").
     static QString text(XResult& result, int const& total, QString const& seed);
+    // The exact search's summary: per core, "minimal" or the lower bound
+    // "≥ B" (in accessions, starting collection included), then the alleles
+    // and the (marker, 0) pairs left out of them, and a last line with the
+    // entries proven and the time (negative: not recorded).
+    static QString exactText(XResult& result, int const& total, int const& zeroPairs,
+                             double const& seconds);
     // Where a table holds a cell that is not an allele, for the line after
     // "Invalid value in csv.": `input row 136 (AFBTLAG9436), column INRA5:
     // "1.5"`, rows counted as a spreadsheet shows them (the header is row 1);

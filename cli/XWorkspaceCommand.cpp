@@ -4,7 +4,6 @@
 #include "XAlleles.h"
 #include "XCoreSummary.h"
 #include "XCsv.h"
-#include "XExactCommand.h"
 #include "XResult.h"
 #include "XSpreadsheet.h"
 #include "XWorkspace.h"
@@ -39,9 +38,9 @@ int XWorkspaceCommand::run(QString const& fileName, Options const& options)
     out.setCodec("UTF-8");
     if (options.printResult) {
         out << result.toString();
-    } else if (workspace.search() == QLatin1String("exact") || !result.lowerBounds().isEmpty()) {
+    } else if (workspace.searchKind() == XSearchKind::Exact) {
         const int zeros = XAlleles::zeroPairs(tables, headers);
-        out << XExactCommand::summary(result, held - zeros, zeros, workspace.seconds());
+        out << XCoreSummary::exactText(result, held - zeros, zeros, workspace.seconds());
     } else {
         const int seed = workspace.seed();
         const bool recorded = workspace.settings().contains(QStringLiteral("Seed"));

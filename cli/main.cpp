@@ -3,30 +3,22 @@
 #include "AnalysisInputs.h"
 #include "StrictInt.h"
 #include "TableNotes.h"
+#include "TableRules.h"
 #include "TerminalText.h"
 #include "TextFile.h"
 #include "Translations.h"
-#include "XAlleles.h"
-#include "XCore.h"
-#include "XCoreSummary.h"
+#include "XAnalysisRequest.h"
 #include "XCsv.h"
-#include "XExactCommand.h"
-#include "XExactCore.h"
-#include "XProgressBar.h"
-#include "XResult.h"
 #include "XSaveFile.h"
+#include "XSearchCommand.h"
 #include "XSpreadsheet.h"
-#include "XWorkspace.h"
 #include "XWorkspaceCommand.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QFileInfo>
-#include <QTextStream>
 
 #include <csignal>
-#include <ctime>
 #include <memory>
 #include <unistd.h>
 
@@ -38,13 +30,13 @@ struct Msg
     Q_DECLARE_TR_FUNCTIONS(XCli)
 };
 
-enum ExitCode { Success = 0, EngineFailure = 1, UsageError = 2 };
-
 // Two lines of the toolkit's own help that its translations leave out;
 // listed here so that Vireon's translations carry them.
 [[maybe_unused]] const char* const toolkitHelp[] = {
     QT_TRANSLATE_NOOP("QCommandLineParser", "Displays help on commandline options."),
     QT_TRANSLATE_NOOP("QCommandLineParser", "Displays help including Qt specific options.")};
+
+enum ExitCode { Success = 0, EngineFailure = 1, UsageError = 2 };
 
 int usageError(QString const& message)
 {
@@ -88,7 +80,7 @@ bool readTable(QString const& fileName, bool allowLeftOut, std::unique_ptr<XCsv>
         complainAbout(fileName, problem.isEmpty() ? message : problem);
         return false;
     }
-    const QString unusable = XSpreadsheet::tableProblem(*table);
+    const QString unusable = TableRules::problem(*table);
     if (!unusable.isEmpty()) {
         complainAbout(fileName, unusable);
         return false;
@@ -134,6 +126,165 @@ bool sameTarget(QString const& a, QString const& b)
     return !one.replacedBy(b).isEmpty();
 }
 
+// The command line's options, in the order --help lists them.
+struct Options
+{
+    QCommandLineOption start{{"s", "start"}, Msg::tr("starting collection"), Msg::tr("FILE")};
+    QCommandLineOption iterations{{"i", "iterations"},
+                                  Msg::tr("attempts per core size (default 10, at least 1)"),
+                                  Msg::tr("N"),
+                                  "10"};
+    QCommandLineOption seed{{"r", "seed"},
+                            Msg::tr("random seed; 0 takes it from the clock (default 0)"),
+                            Msg::tr("N"),
+                            "0"};
+    QCommandLineOption workspace{
+        {"w", "workspace"},
+        Msg::tr("write the whole analysis as a workspace file, slider at --percent"),
+        Msg::tr("FILE")};
+    QCommandLineOption output{{"o", "output"},
+                              Msg::tr("write the core of --percent (a name ending in .xls or "
+                                      ".xlsx as a workbook, any other as comma-separated text)"),
+                              Msg::tr("FILE")};
+    QCommandLineOption percent{{"p", "percent"},
+                               Msg::tr("the core that --output writes (1..100, default 100)"),
+                               Msg::tr("P"),
+                               "100"};
+    QCommandLineOption result{"result",
+                              Msg::tr("print the result's text form (the 100 lines of a "
+                                      "workspace's result section) instead of the summary")};
+    QCommandLineOption quiet{{"q", "quiet"}, Msg::tr("no progress on stderr")};
+    QCommandLineOption threads{
+        {"t", "threads"},
+        Msg::tr("threads that search (default 0: one per core); any count gives the same result"),
+        Msg::tr("N"),
+        "0"};
+    // The values of --search are words of the command line, not texts.
+    QCommandLineOption search{
+        "search",
+        Msg::tr("reproducible (default): the randomised search, repeatable from its seed; exact: "
+                "the fewest accessions for each percentage, proven minimal or with a lower bound"),
+        Msg::tr("MODE"), "reproducible"};
+    QCommandLineOption budget{
+        "budget", Msg::tr("seconds the exact search may spend on its proofs (default 60)"),
+        Msg::tr("SECONDS"), QString::number(XSearchSettings::defaultBudget)};
+    QCommandLineOption allowLeftOut{
+        "allow-left-out", Msg::tr("search a .csv table even when more than half of its lines were "
+                                  "left out (their number of fields differs from the header "
+                                  "row's)")};
+
+    void addTo(QCommandLineParser& parser) const
+    {
+        parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet,
+                           threads, search, budget, allowLeftOut});
+        parser.addPositionalArgument(Msg::tr("INPUT"),
+                                     Msg::tr("the table of accessions (.csv, .xls, .xlsx or .ods), "
+                                             "or a workspace file (.ccw) to print and write from "
+                                             "without a search"));
+    }
+};
+
+// The search's settings from the options; empty when they are all usable,
+// else the usage error to give.
+QString readSettings(QCommandLineParser const& parser, Options const& options,
+                     XSearchSettings& settings, int& percent)
+{
+    int iterations = 0;
+    if (!readNumber(parser.value(options.iterations), &iterations) || iterations < 1)
+        return Msg::tr("--iterations needs a whole number of at least 1.");
+    int seed = 0;
+    if (!readNumber(parser.value(options.seed), &seed))
+        return Msg::tr("--seed needs a whole number.");
+    int threads = 0;
+    if (!readNumber(parser.value(options.threads), &threads) || threads < 0)
+        return Msg::tr("--threads needs a whole number of at least 0.");
+    if (!readNumber(parser.value(options.percent), &percent) || percent < 1 || percent > 100)
+        return Msg::tr("--percent needs a whole number from 1 to 100.");
+    const QString mode = parser.value(options.search);
+    if (mode != QLatin1String("reproducible") && mode != QLatin1String("exact"))
+        return Msg::tr("--search is reproducible or exact.");
+    int budget = 0;
+    if (!readNumber(parser.value(options.budget), &budget) || budget < 0)
+        return Msg::tr("--budget needs a whole number of seconds, 0 or more.");
+    if (mode == QLatin1String("exact")) {
+        settings = XSearchSettings::exact(budget);
+    } else {
+        settings = XSearchSettings::reproducible(iterations, seed);
+        settings.threads = threads;
+    }
+    return QString();
+}
+
+// Outputs are checked before anything is read or searched, so that a long
+// search never ends in a file that cannot be written, and no output ever
+// replaces an input. Returns the exit status to end with, or -1 to go on.
+int checkOutputs(QCommandLineParser const& parser, Options const& options,
+                 AnalysisInputs const& inputs)
+{
+    QStringList outputs;
+    for (QCommandLineOption const& option : {options.output, options.workspace}) {
+        if (parser.isSet(option))
+            outputs << parser.value(option);
+    }
+    if (outputs.size() == 2 && sameTarget(outputs.at(0), outputs.at(1)))
+        return usageError(
+            Msg::tr("--output and --workspace name the same file, %1.").arg(outputs.at(0)));
+    for (QString const& target : outputs) {
+        const QString problem = outputProblem(target, inputs);
+        if (!problem.isEmpty()) {
+            printError(problem);
+            return UsageError;
+        }
+    }
+    return -1;
+}
+
+// vireon-cli with a workspace file: it holds its analysis, so no option of
+// a search may be given.
+int showWorkspace(QCommandLineParser const& parser, Options const& options, QString const& fileName,
+                  int percent)
+{
+    QStringList searchOptions;
+    for (QCommandLineOption const& option :
+         {options.start, options.iterations, options.seed, options.threads, options.search,
+          options.budget, options.workspace, options.allowLeftOut}) {
+        if (parser.isSet(option))
+            searchOptions << QStringLiteral("--") + option.names().constLast();
+    }
+    if (!searchOptions.isEmpty())
+        return usageError(Msg::tr("%1 cannot be given with a workspace file: it holds "
+                                  "its analysis already.")
+                              .arg(searchOptions.join(QStringLiteral(", "))));
+    XWorkspaceCommand::Options shown;
+    shown.percent = percent;
+    shown.printResult = parser.isSet(options.result);
+    shown.output = parser.isSet(options.output) ? parser.value(options.output) : QString();
+    return XWorkspaceCommand::run(fileName, shown);
+}
+
+// Reads the tables of a search; false after saying why not.
+bool readTables(QCommandLineParser const& parser, Options const& options, XAnalysisRequest& request)
+{
+    const bool allow = parser.isSet(options.allowLeftOut);
+    if (!readTable(parser.positionalArguments().constFirst(), allow, request.input))
+        return false;
+    if (parser.isSet(options.start) &&
+        !readTable(parser.value(options.start), allow, request.start))
+        return false;
+    if (parser.isSet(options.output)) {
+        // The core's rows are known only after the search; its columns now.
+        const int startRows = request.start ? request.start->rows() - 1 : 0;
+        const QString tooLarge = XSpreadsheet::fitProblem(parser.value(options.output),
+                                                          1 + startRows, request.input->columns());
+        if (!tooLarge.isEmpty()) {
+            printError(
+                Msg::tr("%1: cannot be written: %2").arg(parser.value(options.output), tooLarge));
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -152,53 +303,8 @@ int main(int argc, char** argv)
                 "INPUT, the smallest set of accessions found that holds that share."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption start({"s", "start"}, Msg::tr("starting collection"), Msg::tr("FILE"));
-    const QCommandLineOption iterations({"i", "iterations"},
-                                        Msg::tr("attempts per core size (default 10, at least 1)"),
-                                        Msg::tr("N"), "10");
-    const QCommandLineOption seed({"r", "seed"},
-                                  Msg::tr("random seed; 0 takes it from the clock (default 0)"),
-                                  Msg::tr("N"), "0");
-    const QCommandLineOption workspace(
-        {"w", "workspace"},
-        Msg::tr("write the whole analysis as a workspace file, slider at --percent"),
-        Msg::tr("FILE"));
-    const QCommandLineOption output({"o", "output"},
-                                    Msg::tr("write the core of --percent (a name ending in .xls "
-                                            "or .xlsx as a workbook, any other as comma-separated "
-                                            "text)"),
-                                    Msg::tr("FILE"));
-    const QCommandLineOption percent({"p", "percent"},
-                                     Msg::tr("the core that --output writes (1..100, default 100)"),
-                                     Msg::tr("P"), "100");
-    const QCommandLineOption result("result",
-                                    Msg::tr("print the result's text form (the 100 lines of a "
-                                            "workspace's result section) instead of the summary"));
-    const QCommandLineOption quiet({"q", "quiet"}, Msg::tr("no progress on stderr"));
-    const QCommandLineOption threads(
-        {"t", "threads"},
-        Msg::tr("threads that search (default 0: one per core); any count gives the same result"),
-        Msg::tr("N"), "0");
-    // The values of --search are words of the command line, not texts.
-    const QCommandLineOption search(
-        "search",
-        Msg::tr("reproducible (default): the randomised search, repeatable from its seed; exact: "
-                "the fewest accessions for each percentage, proven minimal or with a lower bound"),
-        Msg::tr("MODE"), "reproducible");
-    const QCommandLineOption budget(
-        "budget", Msg::tr("seconds the exact search may spend on its proofs (default 60)"),
-        Msg::tr("SECONDS"), QString::number(XExactCore::defaultBudget));
-    const QCommandLineOption allowLeftOut(
-        "allow-left-out", Msg::tr("search a .csv table even when more than half of its lines were "
-                                  "left out (their number of fields differs from the header "
-                                  "row's)"));
-    parser.addOptions({start, iterations, seed, workspace, output, percent, result, quiet, threads,
-                       search, budget, allowLeftOut});
-    parser.addPositionalArgument(Msg::tr("INPUT"),
-                                 Msg::tr("the table of accessions (.csv, .xls, .xlsx or .ods), or "
-                                         "a workspace file (.ccw) to print and write from without "
-                                         "a search"));
-
+    const Options options;
+    options.addTo(parser);
     if (!parser.parse(app.arguments()))
         return usageError(parser.errorText());
     if (parser.isSet(QStringLiteral("version")))
@@ -210,151 +316,31 @@ int main(int argc, char** argv)
     if (inputs.size() != 1)
         return usageError(inputs.isEmpty() ? Msg::tr("no INPUT given.")
                                            : Msg::tr("only one INPUT may be given."));
-    int iterationCount = 0;
-    if (!readNumber(parser.value(iterations), &iterationCount) || iterationCount < 1)
-        return usageError(Msg::tr("--iterations needs a whole number of at least 1."));
-    int seedValue = 0;
-    if (!readNumber(parser.value(seed), &seedValue))
-        return usageError(Msg::tr("--seed needs a whole number."));
-    int threadCount = 0;
-    if (!readNumber(parser.value(threads), &threadCount) || threadCount < 0)
-        return usageError(Msg::tr("--threads needs a whole number of at least 0."));
-    int percentValue = 0;
-    if (!readNumber(parser.value(percent), &percentValue) || percentValue < 1 || percentValue > 100)
-        return usageError(Msg::tr("--percent needs a whole number from 1 to 100."));
+    XAnalysisRequest request;
+    int percent = 100;
+    const QString unusable = readSettings(parser, options, request.settings, percent);
+    if (!unusable.isEmpty())
+        return usageError(unusable);
 
-    const QString mode = parser.value(search);
-    if (mode != QLatin1String("reproducible") && mode != QLatin1String("exact"))
-        return usageError(Msg::tr("--search is reproducible or exact."));
-    int budgetValue = 0;
-    if (!readNumber(parser.value(budget), &budgetValue) || budgetValue < 0)
-        return usageError(Msg::tr("--budget needs a whole number of seconds, 0 or more."));
-
-    // Outputs are checked before anything is read or searched, so that a
-    // long search never ends in a file that cannot be written, and no output
-    // ever replaces an input.
     const QString inputName = inputs.first();
     const bool fromWorkspace = XWorkspaceCommand::isWorkspaceFile(inputName);
-    AnalysisInputs analysisInputs;
-    analysisInputs.add(fromWorkspace ? AnalysisInputs::Workspace : AnalysisInputs::InputTable,
-                       inputName);
-    if (parser.isSet(start))
-        analysisInputs.add(AnalysisInputs::StartingCollection, parser.value(start));
-    QStringList outputs;
-    for (QCommandLineOption const& option : {output, workspace}) {
-        if (parser.isSet(option))
-            outputs << parser.value(option);
-    }
-    if (outputs.size() == 2 && sameTarget(outputs.at(0), outputs.at(1)))
-        return usageError(
-            Msg::tr("--output and --workspace name the same file, %1.").arg(outputs.at(0)));
-    for (QString const& target : outputs) {
-        const QString problem = outputProblem(target, analysisInputs);
-        if (!problem.isEmpty()) {
-            printError(problem);
-            return UsageError;
-        }
-    }
-
-    if (fromWorkspace) {
-        QStringList searchOptions;
-        for (QCommandLineOption const& option :
-             {start, iterations, seed, threads, search, budget, workspace, allowLeftOut}) {
-            if (parser.isSet(option))
-                searchOptions << QStringLiteral("--") + option.names().constLast();
-        }
-        if (!searchOptions.isEmpty())
-            return usageError(Msg::tr("%1 cannot be given with a workspace file: it holds "
-                                      "its analysis already.")
-                                  .arg(searchOptions.join(QStringLiteral(", "))));
-        XWorkspaceCommand::Options shown;
-        shown.percent = percentValue;
-        shown.printResult = parser.isSet(result);
-        shown.output = parser.isSet(output) ? parser.value(output) : QString();
-        return XWorkspaceCommand::run(inputName, shown);
-    }
-
-    std::unique_ptr<XCsv> input;
-    if (!readTable(inputName, parser.isSet(allowLeftOut), input))
+    request.files.add(fromWorkspace ? AnalysisInputs::Workspace : AnalysisInputs::InputTable,
+                      inputName);
+    if (parser.isSet(options.start))
+        request.files.add(AnalysisInputs::StartingCollection, parser.value(options.start));
+    const int refused = checkOutputs(parser, options, request.files);
+    if (refused >= 0)
+        return refused;
+    if (fromWorkspace)
+        return showWorkspace(parser, options, inputName, percent);
+    if (!readTables(parser, options, request))
         return UsageError;
-    std::unique_ptr<XCsv> source;
-    if (parser.isSet(start) && !readTable(parser.value(start), parser.isSet(allowLeftOut), source))
-        return UsageError;
-    if (parser.isSet(output)) {
-        // The core's rows are known only after the search; its columns now.
-        const int startRows = source ? source->rows() - 1 : 0;
-        const QString tooLarge =
-            XSpreadsheet::fitProblem(parser.value(output), 1 + startRows, input->columns());
-        if (!tooLarge.isEmpty()) {
-            printError(Msg::tr("%1: cannot be written: %2").arg(parser.value(output), tooLarge));
-            return UsageError;
-        }
-    }
-    if (mode == QLatin1String("exact")) {
-        XExactCommand::Options exact;
-        exact.budget = budgetValue;
-        exact.percent = percentValue;
-        exact.printResult = parser.isSet(result);
-        exact.progress = !parser.isSet(quiet) && isatty(STDERR_FILENO);
-        exact.output = parser.isSet(output) ? parser.value(output) : QString();
-        exact.workspace = parser.isSet(workspace) ? parser.value(workspace) : QString();
-        return XExactCommand::run(std::move(input), std::move(source), exact);
-    }
-    // Resolve a clock seed here so that the summary can name it.
-    if (seedValue == 0)
-        seedValue = int(time(nullptr));
 
-    XCore core(input.get(), source.get(), iterationCount, seedValue);
-    core.setThreadCount(threadCount);
-    std::unique_ptr<XProgressBar> progress;
-    if (!parser.isSet(quiet) && isatty(STDERR_FILENO)) {
-        progress = std::make_unique<XProgressBar>(stderr);
-        QObject::connect(&core, &XCore::percentChanged, progress.get(), &XProgressBar::setPercent);
-        QObject::connect(&core, &XCore::searching, progress.get(), &XProgressBar::setSearching);
-    }
-    std::unique_ptr<XResult> outcome;
-    QString failure;
-    QEventLoop loop;
-    QObject::connect(&core, &XCore::completed, &loop, [&outcome](XResult* r) { outcome.reset(r); });
-    QObject::connect(&core, &XCore::error, &loop,
-                     [&failure](QString const& text) { failure = text; });
-    QObject::connect(&core, &QThread::finished, &loop, &QEventLoop::quit);
-    core.start();
-    loop.exec();
-    core.wait();
-    progress.reset();
-
-    if (!outcome) {
-        printError(failure.isEmpty() ? Msg::tr("The run ended without a result.") : failure);
-        if (failure == XCore::tr("Invalid value in csv."))
-            printError(XCoreSummary::invalidCells(source.get(), input.get()));
-        return EngineFailure;
-    }
-
-    const int total = XAlleles::held({source.get(), input.get()}, input->headers());
-
-    QTextStream out(stdout);
-    if (parser.isSet(result))
-        out << outcome->toString();
-    else
-        out << XCoreSummary::text(*outcome, total, seedValue);
-    out.flush();
-
-    int status = Success;
-    QString reason;
-    if (parser.isSet(output) &&
-        !XSpreadsheet::write(*outcome->csv(percentValue), parser.value(output), &reason)) {
-        printError(Msg::tr("%1: could not be written: %2").arg(parser.value(output), reason));
-        status = EngineFailure;
-    }
-    // The workspace owns the tables and the result from here on.
-    XWorkspace analysis(input.release(), source.release(), outcome.release());
-    analysis.setSlider(percentValue);
-    analysis.setReproducibleRun(iterationCount, seedValue);
-    if (parser.isSet(workspace) &&
-        !XSaveFile::writeText(parser.value(workspace), analysis.toString(), &reason)) {
-        printError(Msg::tr("%1: could not be written: %2").arg(parser.value(workspace), reason));
-        status = EngineFailure;
-    }
-    return status;
+    XSearchCommand::Options run;
+    run.percent = percent;
+    run.printResult = parser.isSet(options.result);
+    run.progress = !parser.isSet(options.quiet) && isatty(STDERR_FILENO);
+    run.output = parser.isSet(options.output) ? parser.value(options.output) : QString();
+    run.workspace = parser.isSet(options.workspace) ? parser.value(options.workspace) : QString();
+    return XSearchCommand::run(std::move(request), run);
 }

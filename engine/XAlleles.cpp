@@ -39,13 +39,19 @@ bool XAlleles::encode(XCsv const& table, QStringList const& headers, Matrix& mat
 
 int XAlleles::held(QList<XCsv const*> const& tables, QStringList const& headers)
 {
+    return total(tables, headers, ZeroPairs::Counted);
+}
+
+int XAlleles::total(QList<XCsv const*> const& tables, QStringList const& headers,
+                    ZeroPairs zeroPairs)
+{
     Matrix scratch;
     AlleleMap alleles;
     for (XCsv const* table : tables) {
         if (table && !encode(*table, headers, scratch, alleles))
             return -1;
     }
-    return alleles.size();
+    return total(alleles, zeroPairs);
 }
 
 int XAlleles::zeroPairs(QList<XCsv const*> const& tables, QStringList const& headers)
@@ -56,10 +62,21 @@ int XAlleles::zeroPairs(QList<XCsv const*> const& tables, QStringList const& hea
         if (table && !encode(*table, headers, scratch, alleles))
             return -1;
     }
+    return zeroPairs(alleles);
+}
+
+int XAlleles::zeroPairs(AlleleMap const& alleles)
+{
     int zeros = 0;
     for (auto it = alleles.constBegin(); it != alleles.constEnd(); ++it)
-        zeros += it.key().second == 0;
+        zeros += !isCovered(it.key().second);
     return zeros;
+}
+
+int XAlleles::total(AlleleMap const& alleles, ZeroPairs zeroPairs)
+{
+    const int all = alleles.size();
+    return zeroPairs == ZeroPairs::Counted ? all : all - XAlleles::zeroPairs(alleles);
 }
 
 bool XAlleles::firstNonAllele(XCsv const& table, int* row, int* column)

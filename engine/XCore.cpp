@@ -1,9 +1,12 @@
 #include "XCore.h"
 
+#include "TableRules.h"
 #include "XAlleles.h"
 #include "XCoverageSearch.h"
 #include "XParallelSearch.h"
 #include "XResult.h"
+
+#include <QThread>
 
 #include <algorithm>
 #include <ctime>
@@ -20,10 +23,9 @@ int element(QList<int> const& row, int column)
 
 } // namespace
 
-XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed,
-             QObject* parent)
-    : QThread(parent), m_seed(seed != 0 ? unsigned(seed) : unsigned(time(nullptr))),
-      m_random(m_seed), m_iterations(iterations), m_csv(csv), m_src(src)
+XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const& seed)
+    : m_seed(seed != 0 ? unsigned(seed) : unsigned(time(nullptr))), m_random(m_seed),
+      m_iterations(iterations), m_csv(csv), m_src(src)
 {
     if (csv)
         m_csvGrid = csv->data();
@@ -31,16 +33,16 @@ XCore::XCore(XCsv const* csv, XCsv const* src, int const& iterations, int const&
         m_srcGrid = src->data();
 }
 
-XCore::~XCore()
-{
-    stopIterating();
-    wait();
-}
-
-void XCore::stopIterating()
+void XCore::stopping()
 {
     m_clock.stop();
-    m_stop.store(true);
+}
+
+XSearchSettings XCore::settings() const
+{
+    XSearchSettings settings = XSearchSettings::reproducible(m_iterations, int(m_seed));
+    settings.threads = m_threads;
+    return settings;
 }
 
 qint64 XCore::stopLatency() const
@@ -48,17 +50,17 @@ qint64 XCore::stopLatency() const
     return m_clock.latency();
 }
 
-void XCore::fail(QString const& message)
+bool XCore::fail(QString const& message)
 {
-    emit error(message);
+    m_error = message;
+    return false;
 }
 
 bool XCore::readCsv(XCsv const* csv, QStringList const& headers, Matrix& matrix, AlleleMap& alleles)
 {
     if (XAlleles::encode(*csv, headers, matrix, alleles, &m_stop))
         return true;
-    fail(tr("Invalid value in csv."));
-    return false;
+    return fail(XSearch::invalidValueMessage());
 }
 
 bool XCore::csortMatrix(Matrix& matrix, int const& column)
@@ -68,8 +70,7 @@ bool XCore::csortMatrix(Matrix& matrix, int const& column)
     try {
         order.resize(n);
     } catch (std::bad_alloc const&) {
-        fail(tr("Error while allocating memory."));
-        return false;
+        return fail(tr("Error while allocating memory."));
     }
     for (int i = 0; i < n; ++i)
         order[i] = i;
@@ -92,10 +93,8 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
 {
     XCoverageSearch search;
     if (!search.build(matrix, headers, startMap) ||
-        !search.search(k, m_iterations, fullMap.size(), m_random, m_stop, true)) {
-        fail(tr("Error while allocating memory."));
-        return false;
-    }
+        !search.search(k, m_iterations, fullMap.size(), m_random, m_stop, true))
+        return fail(tr("Error while allocating memory."));
     if (search.improved()) {
         bestRows.clear();
         for (int position : search.bestSample())
@@ -106,58 +105,65 @@ bool XCore::iterate(Matrix const& matrix, AlleleMap const& fullMap, AlleleMap co
     return true;
 }
 
-void XCore::run()
+XSearch::Outcome XCore::run(Progress& progress)
 {
     const int thread = m_clock.enter();
-    search();
+    Outcome outcome = search(progress);
     m_clock.leave(thread);
+    return outcome;
 }
 
-void XCore::search()
+bool XCore::encodeTables(QStringList const& headers, Matrix& matrix, AlleleMap& startMap,
+                         AlleleMap& fullMap)
 {
-    if (m_iterations < 1) {
-        emit error(tr("The number of iterations must be at least 1."));
-        return;
-    }
-    if (m_csvGrid.isEmpty()) {
-        emit error(tr("The input table has no accessions."));
-        return;
-    }
-    // Only the grids copied at construction are read from here on.
-    XCsv input(m_csvGrid);
-    const QStringList headers = input.headers();
-
-    Matrix startMatrix;
-    AlleleMap startMap;
     if (m_src) {
-        if (m_srcGrid.isEmpty() || m_srcGrid.at(0) != m_csvGrid.at(0)) {
-            emit error(tr("Different headers."));
-            return;
-        }
         XCsv start(m_srcGrid);
+        Matrix startMatrix;
         if (!readCsv(&start, headers, startMatrix, startMap) || stopped())
-            return;
+            return false;
     }
-    AlleleMap fullMap = startMap;
-    Matrix matrix;
+    fullMap = startMap;
+    XCsv input(m_csvGrid);
     if (!readCsv(&input, headers, matrix, fullMap) || stopped())
-        return;
-    if (matrix.isEmpty()) {
-        emit error(tr("The input table has no accessions."));
-        return;
-    }
+        return false;
     const int width = matrix.at(0).size();
     for (int j = width - 2; j >= 1; --j) {
         if (!csortMatrix(matrix, j) || stopped())
-            return;
+            return false;
+    }
+    return true;
+}
+
+XSearch::Outcome XCore::search(Progress& progress)
+{
+    Outcome none;
+    auto failed = [](QString const& message) {
+        Outcome outcome;
+        outcome.error = message;
+        return outcome;
+    };
+    if (m_iterations < 1)
+        return failed(tr("The number of iterations must be at least 1."));
+    if (!TableRules::hasAccessions(m_csvGrid))
+        return failed(tr("The input table has no accessions."));
+    // Only the grids copied at construction are read from here on.
+    const QStringList headers = XCsv(m_csvGrid).headers();
+    if (m_src && !TableRules::sameHeaders(m_csvGrid, m_srcGrid))
+        return failed(tr("Different headers."));
+    Matrix matrix;
+    AlleleMap startMap;
+    AlleleMap fullMap;
+    if (!encodeTables(headers, matrix, startMap, fullMap)) {
+        if (m_error.isEmpty())
+            return none; // stopped
+        return failed(m_error);
     }
 
     XCoverageSearch search;
-    if (!search.build(matrix, headers, startMap)) {
-        emit error(tr("Error while allocating memory."));
-        return;
-    }
-    const int total = fullMap.size();
+    if (!search.build(matrix, headers, startMap))
+        return failed(tr("Error while allocating memory."));
+    // (marker, 0) pairs count in this total, though no core covers them.
+    const int total = XAlleles::total(fullMap, XAlleles::ZeroPairs::Counted);
     const int n = matrix.size();
     const int threads = m_threads > 0 ? m_threads : QThread::idealThreadCount();
     XParallelSearch sizes(std::move(search), m_seed, m_iterations, total, n, threads, m_stop,
@@ -169,23 +175,21 @@ void XCore::search()
     int k = 0;
     XResult::Entries entries;
     for (int p = 1; p <= 100; ++p) {
-        // Percent of the total to five decimals, compared as integers.
-        const qint64 target =
-            static_cast<qint64>(static_cast<long double>(p) * 0.01 * total * 100000.0);
+        const qint64 target = XSearch::target(p, total);
         // The coverage side is formed in 64 bits: a 32-bit product would wrap
         // beyond 21,474 alleles and hand the whole table to every share above.
         // With all n rows in the core nothing more can be covered: stop there.
         while (qint64(covered) * 100000 < target && k < n) {
             ++k;
-            emit searching(k, n);
+            progress.searching(k, n);
             XParallelSearch::Outcome outcome;
             if (!sizes.result(k, position, outcome)) {
                 if (sizes.outOfMemory())
-                    emit error(tr("Error while allocating memory."));
-                return;
+                    return failed(tr("Error while allocating memory."));
+                return none;
             }
             if (stopped())
-                return;
+                return none;
             position += uint64_t(outcome.attempts) * uint64_t(k);
             if (outcome.coverage > 0) {
                 bestMapSize = outcome.coverage;
@@ -194,7 +198,9 @@ void XCore::search()
             covered = bestMapSize;
         }
         entries << XResult::Entry(covered, bestIndices);
-        emit percentChanged(p);
+        progress.percentChanged(p);
     }
-    emit completed(new XResult(entries, m_csv, m_src));
+    Outcome done;
+    done.result = std::make_unique<XResult>(entries, m_csv, m_src);
+    return done;
 }

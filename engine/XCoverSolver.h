@@ -38,10 +38,6 @@ public:
     bool solve(std::vector<int> const& needs, std::function<bool()> const& stop,
                Clock::time_point deadline, Outcome& outcome);
 
-    // Rows and weighted alleles left after the reductions (after solve()).
-    int reducedRows() const { return int(m_rows.size()); }
-    int reducedAlleles() const { return int(m_weight.size()); }
-
 private:
     struct Search;
     friend struct Search;

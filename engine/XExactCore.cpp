@@ -1,12 +1,12 @@
 #include "XExactCore.h"
 
+#include "TableRules.h"
 #include "XAlleles.h"
 #include "XCoverSolver.h"
 #include "XResult.h"
 
 #include <QHash>
 #include <QPair>
-#include <QSet>
 #include <QStringList>
 
 #include <glpk.h>
@@ -19,26 +19,21 @@ namespace {
 using Allele = QPair<QString, int>;
 
 // Reads the alleles of every data row the way the reproducible search reads
-// them. Values above 0 get an id in `ids`, in the order they are met;
-// markers with a (marker, 0) pair are gathered in `zeros`.
+// them, counting every pair in `counts`. Alleles a core covers get an id in
+// `ids`, in the order they are met.
 bool readAlleles(XCsv::Grid const& grid, QStringList const& headers, QHash<Allele, int>& ids,
-                 QSet<QString>& zeros, std::vector<std::vector<int>>& rows,
+                 XAlleles::AlleleMap& counts, std::vector<std::vector<int>>& rows,
                  std::atomic<bool> const& stop)
 {
     const XCsv table(grid);
     XAlleles::Matrix matrix;
-    XAlleles::AlleleMap counts;
     if (!XAlleles::encode(table, headers, matrix, counts, &stop))
         return false;
-    for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
-        if (it.key().second == 0)
-            zeros.insert(it.key().first);
-    }
     for (QList<int> const& encoded : matrix) {
         std::vector<int> alleles;
-        // Element 0 is the row number; 0 stands for no allele to cover.
+        // Element 0 is the row number.
         for (int j = 1; j < encoded.size(); ++j) {
-            if (encoded.at(j) == 0)
+            if (!XAlleles::isCovered(encoded.at(j)))
                 continue;
             const Allele key(headers.value(j), encoded.at(j));
             auto found = ids.constFind(key);
@@ -51,58 +46,15 @@ bool readAlleles(XCsv::Grid const& grid, QStringList const& headers, QHash<Allel
     return true;
 }
 
-} // namespace
-
-XExactCore::XExactCore(XCsv const* csv, XCsv const* src, int const& budgetSeconds, QObject* parent)
-    : QThread(parent), m_budget(std::max(0, budgetSeconds)), m_csv(csv), m_src(src)
+// The input rows as the solver sees them: only the alleles the starting
+// collection lacks, numbered 0 .. openCount - 1. Marks in `held` the
+// alleles the starting collection holds, and counts them in startCovered.
+std::vector<std::vector<int>> openRows(std::vector<std::vector<int>> const& startRows,
+                                       std::vector<std::vector<int>> const& inputRows, int total,
+                                       std::vector<char>& held, int& startCovered, int& openCount)
 {
-    if (csv)
-        m_csvGrid = csv->data();
-    if (src)
-        m_srcGrid = src->data();
-}
-
-XExactCore::~XExactCore()
-{
-    m_stop.store(true);
-    wait();
-}
-
-void XExactCore::stopIterating()
-{
-    m_stop.store(true);
-}
-
-void XExactCore::run()
-{
-    using Clock = XCoverSolver::Clock;
-    const Clock::time_point started = Clock::now();
-    if (m_csvGrid.size() < 2) {
-        emit error(tr("The input table has no accessions."));
-        return;
-    }
-    QStringList headers;
-    for (QVariant const& cell : m_csvGrid.at(0))
-        headers << cell.toString();
-    if (m_src && (m_srcGrid.isEmpty() || m_srcGrid.at(0) != m_csvGrid.at(0))) {
-        emit error(tr("Different headers."));
-        return;
-    }
-
-    QHash<Allele, int> ids;
-    QSet<QString> zeros;
-    std::vector<std::vector<int>> startRows;
-    std::vector<std::vector<int>> inputRows;
-    if ((m_src && !readAlleles(m_srcGrid, headers, ids, zeros, startRows, m_stop)) ||
-        !readAlleles(m_csvGrid, headers, ids, zeros, inputRows, m_stop)) {
-        emit error(tr("Invalid value in csv."));
-        return;
-    }
-    if (m_stop.load())
-        return;
-    const int total = ids.size();
-    std::vector<char> held(total, 0);
-    int startCovered = 0;
+    held.assign(total, 0);
+    startCovered = 0;
     for (auto const& row : startRows) {
         for (int a : row) {
             if (!held[a]) {
@@ -111,9 +63,8 @@ void XExactCore::run()
             }
         }
     }
-    // The solver sees only the alleles the starting collection lacks.
     std::vector<int> open(total, -1);
-    int openCount = 0;
+    openCount = 0;
     for (int a = 0; a < total; ++a) {
         if (!held[a])
             open[a] = openCount++;
@@ -127,45 +78,16 @@ void XExactCore::run()
         }
         rows.push_back(std::move(mine));
     }
+    return rows;
+}
 
-    // The least coverage that meets p % of the total, by the same integer
-    // comparison as the reproducible search, less what the start holds.
-    std::vector<int> needs;
-    for (int p = 1; p <= 100; ++p) {
-        const qint64 target =
-            static_cast<qint64>(static_cast<long double>(p) * 0.01 * total * 100000.0);
-        qint64 covered = (target + 99999) / 100000;
-        needs.push_back(int(std::max<qint64>(0, covered - startCovered)));
-    }
-
-    // Progress follows the budget used; the last steps follow the result.
-    const auto budget = std::chrono::seconds(m_budget);
-    int shown = 0;
-    auto stop = [&]() {
-        if (m_stop.load(std::memory_order_relaxed))
-            return true;
-        if (m_budget > 0) {
-            const int percent = int(std::min<long long>(
-                99,
-                100 *
-                    std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - started)
-                        .count() /
-                    std::chrono::duration_cast<std::chrono::milliseconds>(budget).count()));
-            while (shown < percent)
-                emit percentChanged(++shown);
-        }
-        return false;
-    };
-    XCoverSolver solver(rows, openCount);
-    XCoverSolver::Outcome outcome;
-    const bool solved = solver.solve(needs, stop, started + budget, outcome);
-    // Each thread keeps its own solver environment; free this one's.
-    glp_free_env();
-    if (!solved || m_stop.load())
-        return;
-
-    XResult::Entries entries;
-    QList<int> bounds;
+// Each percentage's core as a result entry, with the alleles it holds
+// together with the starting collection (whose alleles `held` marks and
+// counts `startCovered`), and its lower bound.
+void coreEntries(XCoverSolver::Outcome const& outcome,
+                 std::vector<std::vector<int>> const& inputRows, std::vector<char> const& held,
+                 int startCovered, XResult::Entries& entries, QList<int>& bounds)
+{
     for (int p = 0; p < 100; ++p) {
         QList<int> chosen;
         std::vector<char> have = held;
@@ -182,11 +104,101 @@ void XExactCore::run()
         entries << XResult::Entry(count, chosen);
         bounds << outcome.lowerBounds[p];
     }
+}
+
+} // namespace
+
+XExactCore::XExactCore(XCsv const* csv, XCsv const* src, int const& budgetSeconds)
+    : m_budget(std::max(0, budgetSeconds)), m_csv(csv), m_src(src)
+{
+    if (csv)
+        m_csvGrid = csv->data();
+    if (src)
+        m_srcGrid = src->data();
+}
+
+XSearchSettings XExactCore::settings() const
+{
+    return XSearchSettings::exact(m_budget);
+}
+
+XSearch::Outcome XExactCore::run(Progress& progress)
+{
+    using Clock = XCoverSolver::Clock;
+    const Clock::time_point started = Clock::now();
+    Outcome none;
+    auto failed = [](QString const& message) {
+        Outcome outcome;
+        outcome.error = message;
+        return outcome;
+    };
+    if (!TableRules::hasAccessions(m_csvGrid))
+        return failed(tr("The input table has no accessions."));
+    QStringList headers;
+    for (QVariant const& cell : m_csvGrid.at(0))
+        headers << cell.toString();
+    if (m_src && !TableRules::sameHeaders(m_csvGrid, m_srcGrid))
+        return failed(tr("Different headers."));
+
+    QHash<Allele, int> ids;
+    XAlleles::AlleleMap counts;
+    std::vector<std::vector<int>> startRows;
+    std::vector<std::vector<int>> inputRows;
+    if ((m_src && !readAlleles(m_srcGrid, headers, ids, counts, startRows, m_stop)) ||
+        !readAlleles(m_csvGrid, headers, ids, counts, inputRows, m_stop))
+        return failed(XSearch::invalidValueMessage());
+    if (stopped())
+        return none;
+    // The (marker, 0) pairs are left out: no core covers them.
+    const int total = XAlleles::total(counts, XAlleles::ZeroPairs::LeftOut);
+    Q_ASSERT(total == ids.size());
+    std::vector<char> held;
+    int startCovered = 0;
+    int openCount = 0;
+    const std::vector<std::vector<int>> rows =
+        openRows(startRows, inputRows, total, held, startCovered, openCount);
+
+    // The least coverage that meets p % of the total, by the same integer
+    // comparison as the reproducible search, less what the start holds.
+    std::vector<int> needs;
+    for (int p = 1; p <= 100; ++p)
+        needs.push_back(std::max(0, XSearch::leastCoverage(p, total) - startCovered));
+
+    // Progress follows the budget used; the last steps follow the result.
+    const auto budget = std::chrono::seconds(m_budget);
+    int shown = 0;
+    auto stop = [&]() {
+        if (m_stop.load(std::memory_order_relaxed))
+            return true;
+        if (m_budget > 0) {
+            const int percent = int(std::min<long long>(
+                99,
+                100 *
+                    std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - started)
+                        .count() /
+                    std::chrono::duration_cast<std::chrono::milliseconds>(budget).count()));
+            while (shown < percent)
+                progress.percentChanged(++shown);
+        }
+        return false;
+    };
+    XCoverSolver solver(rows, openCount);
+    XCoverSolver::Outcome outcome;
+    const bool solved = solver.solve(needs, stop, started + budget, outcome);
+    // Each thread keeps its own solver environment; free this one's.
+    glp_free_env();
+    if (!solved || stopped())
+        return none;
+
+    XResult::Entries entries;
+    QList<int> bounds;
+    coreEntries(outcome, inputRows, held, startCovered, entries, bounds);
     m_total = total;
-    m_zeroPairs = zeros.size();
+    m_zeroPairs = XAlleles::zeroPairs(counts);
     while (shown < 100)
-        emit percentChanged(++shown);
-    XResult* result = new XResult(entries, m_csv, m_src);
-    result->setLowerBounds(bounds);
-    emit completed(result);
+        progress.percentChanged(++shown);
+    Outcome done;
+    done.result = std::make_unique<XResult>(entries, m_csv, m_src);
+    done.result->setLowerBounds(bounds);
+    return done;
 }

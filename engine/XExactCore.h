@@ -1,52 +1,36 @@
 #pragma once
 
 #include "XCsv.h"
+#include "XSearch.h"
 
-#include <QThread>
+#include <QCoreApplication>
 
-#include <atomic>
-
-class XResult;
-
-// The worker thread of the exact search: for each percentage 1..100 of all
-// alleles, a core of the fewest input rows that, with the whole starting
-// collection, holds that share, and a lower bound on that size (equal to it
-// when the core is proven minimal). An allele is a (marker, value) pair with
-// a value above 0. Same signals as XCore: percentChanged(p) for p = 1..100,
-// then completed() with a result (carrying the bounds) the receiver owns, or
-// error(); a stopped run emits nothing. Deterministic whenever the proof work
-// ends before the time budget does.
-class XExactCore : public QThread
+// The exact search: for each percentage 1..100 of all alleles, a core of
+// the fewest input rows that, with the whole starting collection, holds that
+// share, and a lower bound on that size (equal to it when the core is proven
+// minimal). Its alleles leave the (marker, 0) pairs out (see XAlleles).
+// Reports percentages as its time budget is used, then the last ones as the
+// result is made. Deterministic whenever the proof work ends before the
+// budget does.
+class XExactCore : public XSearch
 {
-    Q_OBJECT
+    Q_DECLARE_TR_FUNCTIONS(XExactCore)
 
 public:
-    static constexpr int defaultBudget = 60;
-
     // budgetSeconds: how long the proof work may last (0: none beyond the
     // cheap bounds). Keeps shallow copies of both grids.
-    XExactCore(XCsv const* csv, XCsv const* src, int const& budgetSeconds = defaultBudget,
-               QObject* parent = nullptr);
-    ~XExactCore() override;
+    XExactCore(XCsv const* csv, XCsv const* src,
+               int const& budgetSeconds = XSearchSettings::defaultBudget);
+
+    Outcome run(Progress& progress) override;
+    XSearchSettings settings() const override;
 
     // After a completed run: the number of alleles, and the distinct
     // (marker, 0) pairs that were left out of them.
     int totalAlleles() const { return m_total; }
     int zeroPairs() const { return m_zeroPairs; }
 
-signals:
-    void percentChanged(int percent);
-    void error(QString message);
-    void completed(XResult* result);
-
-public slots:
-    void stopIterating();
-
-protected:
-    void run() override;
-
 private:
-    std::atomic<bool> m_stop{false};
     int m_budget;
     XCsv const* m_csv;
     XCsv const* m_src;

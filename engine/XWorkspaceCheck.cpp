@@ -346,11 +346,7 @@ QString Check::run()
         problem = cellProblem(m_csv, m_lines.input);
     if (!problem.isEmpty())
         return problem;
-    const QString search = setting(QStringLiteral("Search"));
-    // Files written before the search was recorded: lower bounds only ever
-    // came with the exact search.
-    m_exact = search == QLatin1String("exact") ||
-              (search.isEmpty() && has(QStringLiteral("LowerBounds")));
+    m_exact = m_workspace.searchKind() == XSearchKind::Exact;
     if (m_exact) {
         problem = boundsProblem();
         if (!problem.isEmpty())

@@ -1,6 +1,7 @@
 #include "XWorkspace.h"
 
 #include "StrictInt.h"
+#include "TableRules.h"
 #include "TextLines.h"
 #include "TextSource.h"
 #include "XCsv.h"
@@ -14,7 +15,7 @@ namespace {
 const QString hasSourceKey = QStringLiteral("HasSource");
 const QString sliderKey = QStringLiteral("SliderValue");
 // Written for a result of the exact search, which carries lower bounds, and
-// for any run whose settings are recorded (setReproducibleRun, setExactRun).
+// for any run whose settings are recorded (setRun).
 const QString searchKey = QStringLiteral("Search");
 const QString boundsKey = QStringLiteral("LowerBounds");
 const QString iterationsKey = QStringLiteral("Iterations");
@@ -66,7 +67,7 @@ QString tableProblem(XCsv const& table, int first)
     const QString ragged = Msg::tr("the number of fields differs from the header row's");
     if (!table.leftOutLines().isEmpty())
         return XWorkspace::atLine(first + table.leftOutLines().constFirst() - 1, ragged);
-    if (table.columns() < 2)
+    if (!TableRules::hasAlleleColumns(table))
         return XWorkspace::atLine(first, Msg::tr("the table has no allele columns"));
     for (int r = 0; r < table.rows(); ++r) {
         if (table.at(r).size() != table.columns())
@@ -132,18 +133,28 @@ QString XWorkspace::search() const
     return m_settings.value(searchKey).toString();
 }
 
-void XWorkspace::setReproducibleRun(int const& iterations, int const& seed)
+XSearchKind XWorkspace::searchKind() const
 {
-    m_settings.insert(searchKey, QStringLiteral("reproducible"));
-    m_settings.insert(iterationsKey, iterations);
-    m_settings.insert(seedKey, seed);
+    const QString kind = search();
+    const bool exact =
+        kind == QLatin1String("exact") || (kind.isEmpty() && m_settings.contains(boundsKey));
+    return exact ? XSearchKind::Exact : XSearchKind::Reproducible;
 }
 
-void XWorkspace::setExactRun(int const& budgetSeconds, double const& seconds)
+void XWorkspace::setRun(XSearchSettings const& settings, double const& seconds)
 {
-    m_settings.insert(searchKey, QStringLiteral("exact"));
-    m_settings.insert(budgetKey, budgetSeconds);
-    m_settings.insert(secondsKey, QString::number(seconds, 'f', 1));
+    switch (settings.kind) {
+    case XSearchKind::Reproducible:
+        m_settings.insert(searchKey, QStringLiteral("reproducible"));
+        m_settings.insert(iterationsKey, settings.iterations);
+        m_settings.insert(seedKey, settings.seed);
+        break;
+    case XSearchKind::Exact:
+        m_settings.insert(searchKey, QStringLiteral("exact"));
+        m_settings.insert(budgetKey, settings.budgetSeconds);
+        m_settings.insert(secondsKey, QString::number(seconds, 'f', 1));
+        break;
+    }
 }
 
 int XWorkspace::iterations() const
@@ -185,14 +196,14 @@ QString XWorkspace::problem() const
     QString table = tableProblem(*m_csv, m_lines.input);
     if (!table.isEmpty())
         return table;
-    const int accessions = m_csv->rows() - 1;
-    if (accessions < 1)
+    if (!TableRules::hasAccessions(*m_csv))
         return atLine(m_lines.input, Msg::tr("the input table has no accessions"));
+    const int accessions = m_csv->rows() - 1;
     if (m_src) {
         table = tableProblem(*m_src, m_lines.start);
         if (!table.isEmpty())
             return table;
-        if (m_src->at(0) != m_csv->at(0))
+        if (!TableRules::sameHeaders(m_csv->data(), m_src->data()))
             return atLine(m_lines.start + m_src->lineOf(0) - 1,
                           Msg::tr("the starting collection's header row differs from the input "
                                   "table's"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AnalysisInputs.h"
+#include "XAnalysisRequest.h"
 #include "XFile.h"
 
 #include <QMap>
@@ -44,8 +45,13 @@ public:
     // the settings section so that a run can be told and repeated later.
     // search() is "reproducible", "exact", or empty when nothing says.
     QString search() const;
-    void setReproducibleRun(int const& iterations, int const& seed);
-    void setExactRun(int const& budgetSeconds, double const& seconds);
+    // The search that made the result: the exact one when the settings say
+    // so, or say nothing and carry lower bounds (files written before the
+    // search was recorded: lower bounds only ever came with it).
+    XSearchKind searchKind() const;
+    // Records the search's kind and the settings it reads (iterations and
+    // seed, or the budget), and for the exact search how many seconds it ran.
+    void setRun(XSearchSettings const& settings, double const& seconds = -1.0);
     // Each -1 when not recorded or not a whole number.
     int iterations() const;
     int seed() const;

@@ -262,7 +262,8 @@ int main(int argc, char* argv[])
         QStringList lines = readLines(examples + QStringLiteral("/microbov.csv")).mid(0, 13);
         writeLines(input, lines);
     }
-    window.parseCsv(new XCsv(input), nullptr, 10, 42);
+    window.parseCsv(
+        XAnalysisRequest(new XCsv(input), nullptr, XSearchSettings::reproducible(10, 42)));
     QFile::remove(input);
     tabs->setCurrentIndex(XMainWindow::GraphTab);
     window.resize(800, 560);

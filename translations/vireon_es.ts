@@ -351,14 +351,6 @@
         <source>%1 cannot be given with a workspace file: it holds its analysis already.</source>
         <translation>%1 no se puede indicar con un archivo de espacio de trabajo: ya contiene su análisis.</translation>
     </message>
-    <message>
-        <source>The run ended without a result.</source>
-        <translation>La ejecución terminó sin resultado.</translation>
-    </message>
-    <message>
-        <source>%1: could not be written: %2</source>
-        <translation>%1: no se pudo escribir: %2</translation>
-    </message>
 </context>
 <context>
     <name>XCore</name>
@@ -511,6 +503,33 @@
         <source>input row %1, column %2: &quot;%3&quot;</source>
         <translation>fila %1 de la entrada, columna %2: &quot;%3&quot;</translation>
     </message>
+    <message>
+        <source>percent	accessions	alleles	size</source>
+        <translation>porcentaje	accesiones	alelos	tamaño</translation>
+    </message>
+    <message>
+        <source>minimal</source>
+        <translation>mínimo</translation>
+    </message>
+    <message>
+        <source>Total alleles: %1; (marker, 0) pairs left out: %2</source>
+        <translation>Alelos en total: %1; pares (marcador, 0) omitidos: %2</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>not recorded</source>
+        <translation>no registrado</translation>
+    </message>
+    <message numerus="yes">
+        <source>Proven minimal: %1 of %n entries; time: %2</source>
+        <translation>
+            <numerusform>Mínimo demostrado: %1 de %n entrada; tiempo: %2</numerusform>
+            <numerusform>Mínimo demostrado: %1 de %n entradas; tiempo: %2</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>XCsv</name>
@@ -624,44 +643,6 @@
     </message>
 </context>
 <context>
-    <name>XExactCommand</name>
-    <message>
-        <source>percent	accessions	alleles	size</source>
-        <translation>porcentaje	accesiones	alelos	tamaño</translation>
-    </message>
-    <message>
-        <source>minimal</source>
-        <translation>mínimo</translation>
-    </message>
-    <message>
-        <source>Total alleles: %1; (marker, 0) pairs left out: %2</source>
-        <translation>Alelos en total: %1; pares (marcador, 0) omitidos: %2</translation>
-    </message>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>not recorded</source>
-        <translation>no registrado</translation>
-    </message>
-    <message numerus="yes">
-        <source>Proven minimal: %1 of %n entries; time: %2</source>
-        <translation>
-            <numerusform>Mínimo demostrado: %1 de %n entrada; tiempo: %2</numerusform>
-            <numerusform>Mínimo demostrado: %1 de %n entradas; tiempo: %2</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>The run ended without a result.</source>
-        <translation>La ejecución terminó sin resultado.</translation>
-    </message>
-    <message>
-        <source>%1: could not be written: %2</source>
-        <translation>%1: no se pudo escribir: %2</translation>
-    </message>
-</context>
-<context>
     <name>XExactCore</name>
     <message>
         <source>The input table has no accessions.</source>
@@ -670,10 +651,6 @@
     <message>
         <source>Different headers.</source>
         <translation>Encabezados diferentes.</translation>
-    </message>
-    <message>
-        <source>Invalid value in csv.</source>
-        <translation>Valor no válido en el csv.</translation>
     </message>
 </context>
 <context>
@@ -1003,6 +980,17 @@ Buscando núcleos de %1 de %n accesiones</numerusform>
     </message>
 </context>
 <context>
+    <name>XSearchCommand</name>
+    <message>
+        <source>The run ended without a result.</source>
+        <translation>La ejecución terminó sin resultado.</translation>
+    </message>
+    <message>
+        <source>%1: could not be written: %2</source>
+        <translation>%1: no se pudo escribir: %2</translation>
+    </message>
+</context>
+<context>
     <name>XSettingsPage</name>
     <message>
         <source>Reproducible (randomised, repeatable by seed)</source>
@@ -1039,10 +1027,6 @@ Buscando núcleos de %1 de %n accesiones</numerusform>
 </context>
 <context>
     <name>XSpreadsheet</name>
-    <message>
-        <source>The file you selected is not a .csv, .xls, .xlsx or .ods file.</source>
-        <translation>El archivo elegido no es un archivo .csv, .xls, .xlsx ni .ods.</translation>
-    </message>
     <message>
         <source>The table has no allele columns: is it separated by semicolons or tabs?</source>
         <translation>La tabla no tiene columnas de alelos: ¿está separada por punto y coma o tabuladores?</translation>
@@ -1138,6 +1122,14 @@ Buscando núcleos de %1 de %n accesiones</numerusform>
     <message>
         <source>the workbook could not be put together: %1</source>
         <translation>no se pudo componer el libro: %1</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 o %2</translation>
+    </message>
+    <message>
+        <source>The file you selected is not a %1 file.</source>
+        <translation>El archivo elegido no es un archivo %1.</translation>
     </message>
 </context>
 <context>

@@ -351,14 +351,6 @@
         <source>%1 cannot be given with a workspace file: it holds its analysis already.</source>
         <translation>%1 ne peut pas être indiqué avec un fichier d&apos;espace de travail : il contient déjà son analyse.</translation>
     </message>
-    <message>
-        <source>The run ended without a result.</source>
-        <translation>L&apos;exécution s&apos;est terminée sans résultat.</translation>
-    </message>
-    <message>
-        <source>%1: could not be written: %2</source>
-        <translation>%1 : n&apos;a pas pu être écrit : %2</translation>
-    </message>
 </context>
 <context>
     <name>XCore</name>
@@ -511,6 +503,33 @@
         <source>input row %1, column %2: &quot;%3&quot;</source>
         <translation>ligne %1 de l&apos;entrée, colonne %2 : &quot;%3&quot;</translation>
     </message>
+    <message>
+        <source>percent	accessions	alleles	size</source>
+        <translation>pourcentage	accessions	allèles	taille</translation>
+    </message>
+    <message>
+        <source>minimal</source>
+        <translation>minimal</translation>
+    </message>
+    <message>
+        <source>Total alleles: %1; (marker, 0) pairs left out: %2</source>
+        <translation>Allèles au total : %1 ; paires (marqueur, 0) ignorées : %2</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>not recorded</source>
+        <translation>non enregistré</translation>
+    </message>
+    <message numerus="yes">
+        <source>Proven minimal: %1 of %n entries; time: %2</source>
+        <translation>
+            <numerusform>Minimum prouvé : %1 entrée sur %n ; temps : %2</numerusform>
+            <numerusform>Minimum prouvé : %1 entrées sur %n ; temps : %2</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>XCsv</name>
@@ -624,44 +643,6 @@
     </message>
 </context>
 <context>
-    <name>XExactCommand</name>
-    <message>
-        <source>percent	accessions	alleles	size</source>
-        <translation>pourcentage	accessions	allèles	taille</translation>
-    </message>
-    <message>
-        <source>minimal</source>
-        <translation>minimal</translation>
-    </message>
-    <message>
-        <source>Total alleles: %1; (marker, 0) pairs left out: %2</source>
-        <translation>Allèles au total : %1 ; paires (marqueur, 0) ignorées : %2</translation>
-    </message>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>not recorded</source>
-        <translation>non enregistré</translation>
-    </message>
-    <message numerus="yes">
-        <source>Proven minimal: %1 of %n entries; time: %2</source>
-        <translation>
-            <numerusform>Minimum prouvé : %1 entrée sur %n ; temps : %2</numerusform>
-            <numerusform>Minimum prouvé : %1 entrées sur %n ; temps : %2</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>The run ended without a result.</source>
-        <translation>L&apos;exécution s&apos;est terminée sans résultat.</translation>
-    </message>
-    <message>
-        <source>%1: could not be written: %2</source>
-        <translation>%1 : n&apos;a pas pu être écrit : %2</translation>
-    </message>
-</context>
-<context>
     <name>XExactCore</name>
     <message>
         <source>The input table has no accessions.</source>
@@ -670,10 +651,6 @@
     <message>
         <source>Different headers.</source>
         <translation>En-têtes différents.</translation>
-    </message>
-    <message>
-        <source>Invalid value in csv.</source>
-        <translation>Valeur non valide dans le csv.</translation>
     </message>
 </context>
 <context>
@@ -1003,6 +980,17 @@ Recherche des noyaux de %1 accessions sur %n</numerusform>
     </message>
 </context>
 <context>
+    <name>XSearchCommand</name>
+    <message>
+        <source>The run ended without a result.</source>
+        <translation>L&apos;exécution s&apos;est terminée sans résultat.</translation>
+    </message>
+    <message>
+        <source>%1: could not be written: %2</source>
+        <translation>%1 : n&apos;a pas pu être écrit : %2</translation>
+    </message>
+</context>
+<context>
     <name>XSettingsPage</name>
     <message>
         <source>Reproducible (randomised, repeatable by seed)</source>
@@ -1039,10 +1027,6 @@ Recherche des noyaux de %1 accessions sur %n</numerusform>
 </context>
 <context>
     <name>XSpreadsheet</name>
-    <message>
-        <source>The file you selected is not a .csv, .xls, .xlsx or .ods file.</source>
-        <translation>Le fichier choisi n&apos;est pas un fichier .csv, .xls, .xlsx ou .ods.</translation>
-    </message>
     <message>
         <source>The table has no allele columns: is it separated by semicolons or tabs?</source>
         <translation>Le tableau n&apos;a pas de colonnes d&apos;allèles : est-il séparé par des points-virgules ou des tabulations ?</translation>
@@ -1138,6 +1122,14 @@ Recherche des noyaux de %1 accessions sur %n</numerusform>
     <message>
         <source>the workbook could not be put together: %1</source>
         <translation>le classeur n&apos;a pas pu être assemblé : %1</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 ou %2</translation>
+    </message>
+    <message>
+        <source>The file you selected is not a %1 file.</source>
+        <translation>Le fichier choisi n&apos;est pas un fichier %1.</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 #include "XCore.h"
 #include "XCsv.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -57,17 +58,18 @@ Timing runEngine(XCsv const* csv, XCsv const* src, int iterations, int seed, int
     QElapsedTimer timer;
     timer.start();
     {
-        XCore core(csv, src, iterations, seed);
-        core.setThreadCount(threads);
+        auto search = std::make_unique<XCore>(csv, src, iterations, seed);
+        search->setThreadCount(threads);
+        XSearchRunner core(std::move(search));
         QObject::connect(
-            &core, &XCore::completed, &core,
+            &core, &XSearchRunner::completed, &core,
             [&timing](XResult* result) {
                 timing.text = result->toString();
                 delete result;
             },
             Qt::DirectConnection);
         QObject::connect(
-            &core, &XCore::error, &core,
+            &core, &XSearchRunner::error, &core,
             [&timing](QString const& message) {
                 timing.text = QStringLiteral("error: ") + message;
             },

@@ -11,6 +11,7 @@
 #include "XCsv.h"
 #include "XExactCore.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -23,13 +24,14 @@ namespace {
 
 QTextStream out(stdout);
 
-template <class Engine> std::unique_ptr<XResult> runToEnd(Engine& engine, double* seconds)
+std::unique_ptr<XResult> runToEnd(std::unique_ptr<XSearch> search, double* seconds)
 {
     std::unique_ptr<XResult> result;
     QElapsedTimer timer;
     timer.start();
+    XSearchRunner engine(std::move(search));
     QObject::connect(
-        &engine, &Engine::completed, &engine, [&result](XResult* r) { result.reset(r); },
+        &engine, &XSearchRunner::completed, &engine, [&result](XResult* r) { result.reset(r); },
         Qt::DirectConnection);
     engine.start();
     engine.wait();
@@ -51,7 +53,7 @@ void measureAbort(QString const& name, XCsv const& input, XCsv const* start, int
     out << name.leftJustified(22) << " abort after";
     qint64 worst = 0;
     for (int after : {100, 250, 500, 1000, 3000, 8000, 20000, 40000}) {
-        XExactCore exact(&input, start, budget);
+        XSearchRunner exact(std::make_unique<XExactCore>(&input, start, budget));
         exact.start();
         if (exact.wait(after)) {
             out << ' ' << after << " ms: -;";
@@ -74,8 +76,8 @@ void measureRun(QString const& name, XCsv const& input, XCsv const* start, int b
                 int iterations, bool reproducible, bool curve)
 {
     double exactSeconds = 0;
-    XExactCore exact(&input, start, budget);
-    std::unique_ptr<XResult> result = runToEnd(exact, &exactSeconds);
+    std::unique_ptr<XResult> result =
+        runToEnd(std::make_unique<XExactCore>(&input, start, budget), &exactSeconds);
     if (!result) {
         out << name << ": no result\n";
         return;
@@ -97,12 +99,14 @@ void measureRun(QString const& name, XCsv const& input, XCsv const* start, int b
                           proven, gap, size(*result, 90), size(*result, 95), size(*result, 100));
     if (reproducible) {
         double seconds = 0;
-        XCore core(&input, start, iterations, 1);
-        std::unique_ptr<XResult> other = runToEnd(core, &seconds);
+        std::unique_ptr<XResult> other =
+            runToEnd(std::make_unique<XCore>(&input, start, iterations, 1), &seconds);
         if (other) {
-            line += QString::asprintf("   %4d %4d %4d  %4d/%d  %7.1f (%d it.)", size(*other, 90),
-                                      size(*other, 95), size(*other, 100), recount(*other, 100),
-                                      exact.totalAlleles(), seconds, iterations);
+            line += QString::asprintf(
+                "   %4d %4d %4d  %4d/%d  %7.1f (%d it.)", size(*other, 90), size(*other, 95),
+                size(*other, 100), recount(*other, 100),
+                XAlleles::total({start, &input}, input.headers(), XAlleles::ZeroPairs::LeftOut),
+                seconds, iterations);
         }
     }
     out << line << '\n';
@@ -123,7 +127,7 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
-    int budget = XExactCore::defaultBudget;
+    int budget = XSearchSettings::defaultBudget;
     const int at = args.indexOf(QStringLiteral("--budget"));
     if (at > 0)
         budget = args.value(at + 1).toInt();

@@ -4,7 +4,7 @@
 // start it for every workbook they open, so that a file that crashes,
 // stalls or exhausts the workbook library ends this process only. They
 // also have it die with them (XWorkbookReader).
-#include "WorkbookKind.h"
+#include "FileFormats.h"
 #include "XOdsParser.h"
 #include "XWorkbookParser.h"
 #include "XXlsxParser.h"
@@ -18,6 +18,21 @@
 #include <unistd.h>
 
 namespace {
+
+// The parser of a format read here; null for one read in process.
+XWorkbookContent (*parserOf(WorkbookKind kind))(QString const&)
+{
+    switch (kind) {
+#define VIREON_FILE_FORMAT(id, suffix, parser, ...)                                                \
+    case WorkbookKind::id:                                                                         \
+        return parser;
+#include "FileFormats.def"
+#undef VIREON_FILE_FORMAT
+    case WorkbookKind::None:
+        break;
+    }
+    return nullptr;
+}
 
 void limit(int resource, rlim_t soft, rlim_t hard)
 {
@@ -50,18 +65,10 @@ int main(int argc, char** argv)
     limit(RLIMIT_AS, rlim_t(8) << 30, rlim_t(8) << 30);
 #endif
     const QString fileName = arguments.at(1);
-    XWorkbookContent content;
-    switch (workbookKind(fileName)) {
-    case WorkbookKind::Xlsx:
-        content = XXlsxParser::parse(fileName);
-        break;
-    case WorkbookKind::Ods:
-        content = XOdsParser::parse(fileName);
-        break;
-    default:
-        content = XWorkbookParser::parse(fileName);
-        break;
-    }
+    // A name no workbook format claims is handed to the .xls parser, which
+    // refuses what is not an .xls workbook.
+    auto parse = parserOf(workbookKind(fileName));
+    const XWorkbookContent content = parse ? parse(fileName) : XWorkbookParser::parse(fileName);
     const QByteArray frame = content.encode();
     QFile out;
     if (!out.open(stdout, QIODevice::WriteOnly) || out.write(frame) != frame.size() || !out.flush())

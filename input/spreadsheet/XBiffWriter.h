@@ -1,5 +1,7 @@
 #pragma once
 
+#include "FileFormats.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -14,8 +16,8 @@
 class XBiffWriter
 {
 public:
-    static constexpr int maxRows = 65536;
-    static constexpr int maxColumns = 256;
+    static constexpr int maxRows = maxRowsOf(WorkbookKind::Xls);
+    static constexpr int maxColumns = maxColumnsOf(WorkbookKind::Xls);
     static constexpr int maxTextLength = 32767;
 
     explicit XBiffWriter(int sheetCount = 3);

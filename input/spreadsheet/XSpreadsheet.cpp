@@ -1,107 +1,42 @@
 #include "XSpreadsheet.h"
 
+#include "FileFormats.h"
 #include "TextFile.h"
-#include "WorkbookKind.h"
-#include "XBiffWriter.h"
 #include "XCsv.h"
-#include "XWorkbookContent.h"
+#include "XSaveFile.h"
 #include "XWorkbookReader.h"
 #include "XWorkbookWriter.h"
 #include "XXlsxWriter.h"
 
-#include "XSaveFile.h"
-
 #include <QCoreApplication>
 #include <QLocale>
 
-QString XSpreadsheet::wrongSuffixMessage()
-{
-    return QCoreApplication::translate(
-        "XSpreadsheet", "The file you selected is not a .csv, .xls, .xlsx or .ods file.");
-}
+namespace {
 
-bool XSpreadsheet::isKnownSuffix(QString const& fileName)
-{
-    return workbookKind(fileName) != WorkbookKind::None;
-}
+using Writer = bool (*)(XCsv const&, QString const&, QString*);
 
-QString XSpreadsheet::noAlleleColumnsMessage()
+// The writer of a format; null for one written as text.
+Writer writerOf(WorkbookKind kind)
 {
-    return QCoreApplication::translate(
-        "XSpreadsheet", "The table has no allele columns: is it separated by semicolons or tabs?");
-}
-
-QString XSpreadsheet::noMatchingLinesMessage(int headerFields)
-{
-    return QCoreApplication::translate("XSpreadsheet",
-                                       "No line has as many fields as the header row (%1): is "
-                                       "there a trailing comma, or a comma in quotes, in the "
-                                       "header?")
-        .arg(headerFields);
-}
-
-QString XSpreadsheet::tableProblem(XCsv const& table)
-{
-    if (table.rows() == 0)
-        return QCoreApplication::translate("XSpreadsheet", "The file is empty.");
-    if (table.rows() >= 2)
-        return table.columns() < 2 ? noAlleleColumnsMessage() : QString();
-    if (!table.leftOutLines().isEmpty())
-        return noMatchingLinesMessage(table.columns());
-    return QCoreApplication::translate(
-        "XSpreadsheet",
-        "The table has no accessions: it needs at least one row below its header row.");
-}
-
-QString XSpreadsheet::fitProblem(QString const& fileName, int rows, int columns)
-{
-    int maxRows = 0;
-    int maxColumns = 0;
-    switch (workbookKind(fileName)) {
-    case WorkbookKind::Xls:
-        maxRows = XBiffWriter::maxRows;
-        maxColumns = XBiffWriter::maxColumns;
+    switch (kind) {
+#define VIREON_FILE_FORMAT(id, suffix, parser, writer, ...)                                        \
+    case WorkbookKind::id:                                                                         \
+        return writer;
+#include "FileFormats.def"
+#undef VIREON_FILE_FORMAT
+    case WorkbookKind::None:
         break;
-    case WorkbookKind::Xlsx:
-        maxRows = XWorkbookContent::maxRows;
-        maxColumns = XWorkbookContent::maxColumns;
-        break;
-    default:
-        return QString();
     }
-    const QString suffix = workbookSuffix(workbookKind(fileName));
-    const QLocale locale(QLocale::English);
-    if (columns > maxColumns)
-        return QCoreApplication::translate("XSpreadsheet",
-                                           "the table has %1 columns, and an %2 worksheet holds %3")
-            .arg(locale.toString(columns), suffix, locale.toString(maxColumns));
-    if (rows > maxRows)
-        return QCoreApplication::translate("XSpreadsheet",
-                                           "the table has %1 rows, and an %2 worksheet holds %3")
-            .arg(locale.toString(rows), suffix, locale.toString(maxRows));
-    return QString();
+    return nullptr;
 }
 
-QString XSpreadsheet::parseErrorMessage(int row, int column)
+// A text file's table, with what the user should know about how it was read.
+XCsv* readText(QString const& fileName, QString* error, QStringList* notes)
 {
-    return XWorkbookReader::parseErrorMessage(row, column);
-}
-
-XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes,
-                         std::atomic<bool> const* cancel)
-{
-    const bool workbook = isWorkbook(workbookKind(fileName));
-    if (!isKnownSuffix(fileName)) {
-        if (error)
-            *error = wrongSuffixMessage();
-        return nullptr;
-    }
-    QString problem = TextFile::problem(fileName);
-    if (problem.isEmpty() && workbook)
-        return XWorkbookReader::read(fileName, error, cancel);
+    QString problem;
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
-    if (problem.isEmpty() && TextFile::read(fileName, &text, &problem, &encoding)) {
+    if (TextFile::read(fileName, &text, &problem, &encoding)) {
         QChar separator;
         XCsv* table = XCsv::fromText(text, &separator);
         if (notes) {
@@ -119,6 +54,65 @@ XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* n
     return nullptr;
 }
 
+} // namespace
+
+QString XSpreadsheet::wrongSuffixMessage()
+{
+    return QCoreApplication::translate("XSpreadsheet", "The file you selected is not a %1 file.")
+        .arg(readableSuffixes());
+}
+
+bool XSpreadsheet::isKnownSuffix(QString const& fileName)
+{
+    return fileFormatOf(fileName) != nullptr;
+}
+
+QString XSpreadsheet::fitProblem(QString const& fileName, int rows, int columns)
+{
+    FileFormat const* format = fileFormatOf(fileName);
+    // A format without a writer of its own is written as text, which holds any table.
+    if (!format || !format->writer)
+        return QString();
+    const int maxRows = format->maxRows;
+    const int maxColumns = format->maxColumns;
+    const QString suffix = format->suffix;
+    const QLocale locale(QLocale::English);
+    if (maxColumns > 0 && columns > maxColumns)
+        return QCoreApplication::translate("XSpreadsheet",
+                                           "the table has %1 columns, and an %2 worksheet holds %3")
+            .arg(locale.toString(columns), suffix, locale.toString(maxColumns));
+    if (maxRows > 0 && rows > maxRows)
+        return QCoreApplication::translate("XSpreadsheet",
+                                           "the table has %1 rows, and an %2 worksheet holds %3")
+            .arg(locale.toString(rows), suffix, locale.toString(maxRows));
+    return QString();
+}
+
+QString XSpreadsheet::parseErrorMessage(int row, int column)
+{
+    return XWorkbookReader::parseErrorMessage(row, column);
+}
+
+XCsv* XSpreadsheet::read(QString const& fileName, QString* error, QStringList* notes,
+                         std::atomic<bool> const* cancel)
+{
+    FileFormat const* format = fileFormatOf(fileName);
+    if (!format) {
+        if (error)
+            *error = wrongSuffixMessage();
+        return nullptr;
+    }
+    const QString problem = TextFile::problem(fileName);
+    if (!problem.isEmpty()) {
+        if (error)
+            *error = QStringLiteral("%1: %2").arg(fileName, problem);
+        return nullptr;
+    }
+    if (format->readerProgram)
+        return XWorkbookReader::read(fileName, error, cancel);
+    return readText(fileName, error, notes);
+}
+
 bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* error)
 {
     const QString tooLarge = fitProblem(fileName, table.rows(), table.columns());
@@ -127,13 +121,7 @@ bool XSpreadsheet::write(XCsv const& table, QString const& fileName, QString* er
             *error = tooLarge;
         return false;
     }
-    switch (workbookKind(fileName)) {
-    case WorkbookKind::Xls:
-        return XWorkbookWriter::write(table, fileName, error);
-    case WorkbookKind::Xlsx:
-        return XXlsxWriter::write(table, fileName, error);
-    default:
-        break;
-    }
+    if (Writer writer = writerOf(workbookKind(fileName)))
+        return writer(table, fileName, error);
     return XSaveFile::writeText(fileName, table.toString(), error);
 }

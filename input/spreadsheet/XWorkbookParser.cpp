@@ -1,6 +1,6 @@
 #include "XWorkbookParser.h"
 
-#include "XBiffWriter.h"
+#include "FileFormats.h"
 #include "XCompoundFileCheck.h"
 #include "XSheetCells.h"
 
@@ -71,7 +71,8 @@ bool usedExtent(void const* handle, unsigned& rows, unsigned short& columns, qin
     unsigned declaredRows = 0;
     unsigned short declaredColumns = 0;
     if (freexl_worksheet_dimensions(handle, &declaredRows, &declaredColumns) != FREEXL_OK ||
-        declaredRows > unsigned(XBiffWriter::maxRows) || declaredColumns > XBiffWriter::maxColumns)
+        declaredRows > unsigned(maxRowsOf(WorkbookKind::Xls)) ||
+        declaredColumns > maxColumnsOf(WorkbookKind::Xls))
         return false;
     rows = 0;
     columns = 0;

@@ -1,17 +1,15 @@
 #include "XWorkbookReader.h"
 
-#include "WorkbookKind.h"
+#include "FileFormats.h"
 #include "XCsv.h"
 #include "XWorkbookContent.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QLocale>
 #include <QProcess>
-#include <QTimer>
 
 #include <csignal>
 #include <sys/prctl.h>
@@ -75,34 +73,12 @@ QByteArray runReader(QString const& fileName, std::atomic<bool> const* cancel, E
         return cancelled || process.bytesAvailable() > XWorkbookContent::maxFrameBytes;
     };
     const int limit = XWorkbookReader::readingLimitMs();
-    if (QCoreApplication::instance()) {
-        // Waiting in an event loop keeps windows painted; user input stays
-        // queued, so nothing can start another action meanwhile.
-        QEventLoop loop;
-        QTimer timer;
-        timer.setSingleShot(true);
-        QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-            if (mustStop())
-                loop.quit();
-        });
-        QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop, [&] {
-            if (mustStop())
-                loop.quit();
-        });
-        QObject::connect(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &loop,
-                         &QEventLoop::quit);
-        timer.start(limit);
-        poll.start(pollMs);
-        if (process.state() != QProcess::NotRunning && !mustStop())
-            loop.exec(QEventLoop::ExcludeUserInputEvents);
-    } else {
-        QElapsedTimer clock;
-        clock.start();
-        while (process.state() != QProcess::NotRunning && !mustStop() && clock.elapsed() < limit)
-            process.waitForFinished(pollMs);
-    }
+    // Waits without an event loop: the wizard calls this on a thread of its
+    // own, which must not run one.
+    QElapsedTimer clock;
+    clock.start();
+    while (process.state() != QProcess::NotRunning && !mustStop() && clock.elapsed() < limit)
+        process.waitForFinished(pollMs);
     if (process.state() != QProcess::NotRunning || mustStop()) {
         process.kill();
         process.waitForFinished(-1);

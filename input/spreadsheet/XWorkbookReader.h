@@ -14,9 +14,9 @@ class XWorkbookReader
 {
 public:
     // A new table owned by the caller, or null with *error set to the
-    // message to show the user. Waits for the reader program up to the
-    // reading limit; meanwhile the calling thread goes on painting and
-    // handling timers and sockets, but not user input. When *cancel turns
+    // message to show the user. Blocks the calling thread while it waits
+    // for the reader program, up to the reading limit, so a window reads on
+    // a thread of its own (TableReading). When *cancel turns
     // true (from any thread), the reader program is ended within a few
     // milliseconds and null returned with *error empty.
     //

@@ -1,5 +1,6 @@
 #include "XXlsxWriter.h"
 
+#include "FileFormats.h"
 #include "XCellValue.h"
 #include "XCsv.h"
 #include "XSaveFile.h"
@@ -57,7 +58,8 @@ lxw_error writeCells(lxw_worksheet* sheet, XCsv const& table)
 
 bool XXlsxWriter::write(XCsv const& table, QString const& fileName, QString* error)
 {
-    if (table.rows() > XWorkbookContent::maxRows || table.columns() > XWorkbookContent::maxColumns)
+    if (table.rows() > maxRowsOf(WorkbookKind::Xlsx) ||
+        table.columns() > maxColumnsOf(WorkbookKind::Xlsx))
         return failed(error, Msg::tr("the table does not fit in an .xlsx worksheet"));
     // The library writes only to a named file: it is put together in a
     // folder of its own and then saved over the target in one step.

@@ -1,9 +1,11 @@
 #include "XCsvSelectionPage.h"
 
+#include "FileFormats.h"
 #include "TableChecks.h"
+#include "TableNotes.h"
 #include "TableReading.h"
+#include "TableRules.h"
 #include "WizardFocus.h"
-#include "WorkbookKind.h"
 #include "XCsv.h"
 #include "XFileDialog.h"
 #include "XSpreadsheet.h"
@@ -16,6 +18,17 @@
 #include <QMessageBox>
 #include <QPalette>
 #include <QPushButton>
+
+namespace {
+
+// The warnings under a table, one per line: what the reader said of the file
+// (its encoding), then what TableNotes finds in the table itself.
+QString shownNotes(QStringList const& readNotes, XCsv const& table)
+{
+    return (readNotes + TableNotes::notes(table)).join(QLatin1Char('\n'));
+}
+
+} // namespace
 
 XCsvSelectionPage::XCsvSelectionPage(QWidget* parent)
     : QWizardPage(parent), m_csvFile(new QLineEdit(this)),
@@ -191,17 +204,17 @@ void XCsvSelectionPage::refresh()
     m_csvProblem.clear();
     m_srcProblem.clear();
     if (XCsv const* csv = m_csv.table()) {
-        m_csvProblem = XSpreadsheet::tableProblem(*csv);
+        m_csvProblem = TableRules::problem(*csv);
         EditedTable::showStatus(m_csvStatus, m_csvEdit, m_csv.hasErrors(), m_csvProblem);
-        m_csvNote->setText(TableChecks::notes(m_csvReadNotes, *csv));
+        m_csvNote->setText(shownNotes(m_csvReadNotes, *csv));
         m_csvNote->setVisible(!m_csvNote->text().isEmpty());
     }
     if (XCsv const* src = m_src.table()) {
-        m_srcProblem = XSpreadsheet::tableProblem(*src);
+        m_srcProblem = TableRules::problem(*src);
         if (m_srcProblem.isEmpty() && m_csv.table())
-            m_srcProblem = TableChecks::headerProblem(*m_csv.table(), *src);
+            m_srcProblem = TableRules::headerProblem(*m_csv.table(), *src);
         EditedTable::showStatus(m_srcStatus, m_srcEdit, m_src.hasErrors(), m_srcProblem);
-        m_srcNote->setText(TableChecks::notes(m_srcReadNotes, *src));
+        m_srcNote->setText(shownNotes(m_srcReadNotes, *src));
         m_srcNote->setVisible(!m_srcNote->text().isEmpty());
     }
     emit completeChanged();

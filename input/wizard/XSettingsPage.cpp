@@ -1,6 +1,6 @@
 #include "XSettingsPage.h"
 
-#include "XExactCore.h"
+#include "XAnalysisRequest.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -25,7 +25,7 @@ XSettingsPage::XSettingsPage(QWidget* parent)
     m_seed->setRange(0, 2147483646);
     m_seed->setValue(0);
     m_budget->setRange(1, 3600);
-    m_budget->setValue(XExactCore::defaultBudget);
+    m_budget->setValue(XSearchSettings::defaultBudget);
     m_reproducible->setChecked(true);
     auto* group = new QButtonGroup(this);
     group->addButton(m_reproducible);

@@ -46,28 +46,26 @@ void XWizard::reject()
 
 void XWizard::finished(int result)
 {
-    XCsv* csv = m_selection->takeCsv();
-    XCsv* src = m_selection->takeSrc();
-    XCsv* manual = m_manual->takeCsv();
-    if (result != QDialog::Accepted) {
-        delete csv;
-        delete src;
-        delete manual;
+    std::unique_ptr<XCsv> csv(m_selection->takeCsv());
+    std::unique_ptr<XCsv> src(m_selection->takeSrc());
+    std::unique_ptr<XCsv> manual(m_manual->takeCsv());
+    if (result != QDialog::Accepted)
         return;
-    }
-    const int iterations = field(QStringLiteral("iterations")).toInt();
-    const int seed = field(QStringLiteral("seed")).toInt();
-    emit searchChosen(field(QStringLiteral("exact")).toBool(),
-                      field(QStringLiteral("budget")).toInt());
+    XAnalysisRequest request;
     if (field(QStringLiteral("file")).toBool()) {
-        delete manual;
-        emit filesChosen(csv ? m_selection->csvFile() : QString(),
-                         src ? m_selection->srcFile() : QString());
-        emit finished(csv, src, iterations, seed);
+        request.files.add(AnalysisInputs::InputTable, csv ? m_selection->csvFile() : QString());
+        request.files.add(AnalysisInputs::StartingCollection,
+                          src ? m_selection->srcFile() : QString());
+        request.input = std::move(csv);
+        request.start = std::move(src);
     } else {
-        delete csv;
-        delete src;
-        emit filesChosen(QString(), QString());
-        emit finished(manual, nullptr, iterations, seed);
+        request.input = std::move(manual);
     }
+    if (field(QStringLiteral("exact")).toBool()) {
+        request.settings = XSearchSettings::exact(field(QStringLiteral("budget")).toInt());
+    } else {
+        request.settings = XSearchSettings::reproducible(
+            field(QStringLiteral("iterations")).toInt(), field(QStringLiteral("seed")).toInt());
+    }
+    emit finished(request);
 }

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "XAnalysisRequest.h"
+
 #include <QWizard>
 
-class XCsv;
 class XCsvSelectionPage;
 class XManualEditingPage;
 
 // Collects an analysis: the input table (from a file or built by hand), an
-// optional starting collection, the search, iterations and seed. On
-// acceptance searchChosen() tells the search, then the tables pass to
-// whoever receives finished(XCsv*, XCsv*, int, int).
+// optional starting collection, the search and its settings. On acceptance
+// it hands them over as one request in finished(XAnalysisRequest&).
 class XWizard : public QWizard
 {
     Q_OBJECT
@@ -20,14 +20,10 @@ public:
     explicit XWizard(QWidget* parent = nullptr);
 
 signals:
-    // Emitted on acceptance just before finished(XCsv*, XCsv*, int, int):
-    // whether the exact search was chosen, and its time budget in seconds.
-    void searchChosen(bool exact, int budgetSeconds);
-    // Emitted on acceptance just before finished(XCsv*, XCsv*, int, int):
-    // the files the two tables were read from (empty for a table built by
-    // hand or no starting collection), which no output may replace.
-    void filesChosen(QString const& inputFile, QString const& startFile);
-    void finished(XCsv* csv, XCsv* src, int iterations, int seed);
+    // Emitted once on acceptance. The receiver, connected directly, takes
+    // the tables by moving the request; whatever it leaves in it is deleted
+    // when the signal returns.
+    void finished(XAnalysisRequest& request);
 
 public slots:
     void finished(int result);

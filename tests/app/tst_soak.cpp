@@ -121,7 +121,8 @@ void TestSoak::run(Kind kind, quint32 seed)
             poll->start(1);
         });
     }
-    m_window->parseCsv(csv, src, 1 + int(m_rng.bounded(3)), int(seed));
+    m_window->parseCsv(XAnalysisRequest(
+        csv, src, XSearchSettings::reproducible(1 + int(m_rng.bounded(3)), int(seed))));
     // Let queued results and message boxes arrive.
     QTest::qWait(20);
     QTRY_VERIFY_WITH_TIMEOUT(kind != EngineError || !message.isEmpty(), 60000);

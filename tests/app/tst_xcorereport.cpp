@@ -77,9 +77,9 @@ void TestXCoreReport::reproducibleLines()
     QCOMPARE(report.coverageLine(100), QStringLiteral("2 accessions · the search reports 5 of 5 "
                                                       "alleles · they hold 4 (80 %)"));
     QCOMPARE(report.runLine(), QStringLiteral("Reproducible search"));
-    analysis->setReproducibleRun(1, 1);
+    analysis->setRun(XSearchSettings::reproducible(1, 1));
     QCOMPARE(report.runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));
-    analysis->setReproducibleRun(5, 1732345678);
+    analysis->setRun(XSearchSettings::reproducible(5, 1732345678));
     QCOMPARE(report.runLine(), QStringLiteral("Reproducible search · seed 1732345678 · 5 "
                                               "iterations"));
 }
@@ -106,10 +106,10 @@ void TestXCoreReport::exactLines()
              QStringLiteral("3 accessions (1 in the starting collection) · they hold 5 of 6 "
                             "alleles (83.3 %) · at least 2 accessions are needed"));
     QCOMPARE(report.runLine(), QStringLiteral("Exact search · 50 of 100 cores proven smallest"));
-    analysis->setExactRun(60, 41.26);
+    analysis->setRun(XSearchSettings::exact(60), 41.26);
     QCOMPARE(report.runLine(),
              QStringLiteral("Exact search · 50 of 100 cores proven smallest · 41 s"));
-    analysis->setExactRun(60, 2.04);
+    analysis->setRun(XSearchSettings::exact(60), 2.04);
     QCOMPARE(report.runLine(),
              QStringLiteral("Exact search · 50 of 100 cores proven smallest · 2.0 s"));
 }

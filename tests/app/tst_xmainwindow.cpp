@@ -1066,7 +1066,7 @@ void TestXMainWindow::engineErrorShown()
         seen = messageOf(box);
         box->close();
     });
-    m_window->parseCsv(csv, src, 1, 1);
+    m_window->parseCsv(XAnalysisRequest(csv, src, XSearchSettings::reproducible(1, 1)));
     QTRY_COMPARE_WITH_TIMEOUT(seen, QStringLiteral("Error | Different headers."), 60000);
     // The failed run's tables are gone; the analysis shown stays.
     QVERIFY(csv.isNull());
@@ -1094,7 +1094,7 @@ void TestXMainWindow::emptyInputRefused()
         seen = messageOf(modal);
         modal->close();
     });
-    m_window->parseCsv(csv, src, 1, 1);
+    m_window->parseCsv(XAnalysisRequest(csv, src, XSearchSettings::reproducible(1, 1)));
     QCOMPARE(seen, QStringLiteral("Error | The input table has no accessions: it needs at least "
                                   "one row below its header row."));
     QVERIFY(csv.isNull());
@@ -1184,7 +1184,7 @@ void TestXMainWindow::abortKeepsPreviousWorkspace()
         });
         poll->start(5);
     });
-    m_window->parseCsv(csv, nullptr, 20, 3);
+    m_window->parseCsv(XAnalysisRequest(csv, nullptr, XSearchSettings::reproducible(20, 3)));
     QVERIFY(aborted);
     // The run ends soon after Abort, and leaves nothing behind. The test
     // runs alone (RUN_SERIAL); sanitized code is several times slower.
@@ -1687,18 +1687,18 @@ void TestXMainWindow::exactAbortKeepsPreviousWorkspace()
         abort->click();
     });
     // A budget far longer than the test: only Abort ends this run early.
-    m_window->chooseSearch(true, 3600);
     QPointer<XCsv> csv = new XCsv(examples + QStringLiteral("/microbov.csv"));
-    m_window->parseCsv(csv, nullptr, 1, 0);
+    m_window->parseCsv(XAnalysisRequest(csv, nullptr, XSearchSettings::exact(3600)));
     QVERIFY(aborted);
     QVERIFY(csv.isNull());
     QCoreApplication::processEvents();
     QCOMPARE(m_window->workspace(), shown.data());
     QCOMPARE(m_window->runLine(), runLine);
 
-    // The choice held for that run only: the next one is reproducible.
+    // The next run is a reproducible one of its own.
     stopWatchingModals();
-    m_window->parseCsv(new XCsv(examples + QStringLiteral("/microbov.csv")), nullptr, 1, 1);
+    m_window->parseCsv(XAnalysisRequest(new XCsv(examples + QStringLiteral("/microbov.csv")),
+                                        nullptr, XSearchSettings::reproducible(1, 1)));
     QTRY_VERIFY_WITH_TIMEOUT(m_window->workspace() != shown.data(), 120000);
     QCOMPARE(m_window->workspace()->search(), QStringLiteral("reproducible"));
     QCOMPARE(m_window->runLine(), QStringLiteral("Reproducible search · seed 1 · 1 iteration"));

@@ -2,6 +2,7 @@
 
 #include "XCore.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 
 #include <QList>
 #include <QString>
@@ -28,26 +29,26 @@ struct EngineRun
     }
 };
 
-inline void connectRecorder(XCore& core, EngineRun& run)
+inline void connectRecorder(XSearchRunner& core, EngineRun& run)
 {
     // Direct connections: the slots run on the engine thread, and wait()
     // orders their writes before the reads that follow.
     QObject::connect(
-        &core, &XCore::percentChanged, &core,
+        &core, &XSearchRunner::percentChanged, &core,
         [&run](int p) {
             run.percents << p;
             run.signalsSeen << QStringLiteral("percent:%1").arg(p);
         },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XCore::error, &core,
+        &core, &XSearchRunner::error, &core,
         [&run](QString const& message) {
             run.errorText = message;
             run.signalsSeen << QStringLiteral("error:") + message;
         },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XCore::completed, &core,
+        &core, &XSearchRunner::completed, &core,
         [&run](XResult* result) {
             run.result.reset(result);
             run.signalsSeen << QStringLiteral("completed");
@@ -57,7 +58,7 @@ inline void connectRecorder(XCore& core, EngineRun& run)
 
 inline void runEngine(XCsv const* csv, XCsv const* src, int iterations, int seed, EngineRun& run)
 {
-    XCore core(csv, src, iterations, seed);
+    XSearchRunner core(std::make_unique<XCore>(csv, src, iterations, seed));
     connectRecorder(core, run);
     core.start();
     core.wait();

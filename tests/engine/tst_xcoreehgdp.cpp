@@ -56,8 +56,9 @@ void TestXCoreEHGDP::matchesEarlierRuns()
     const QString expected = readFixture(QStringLiteral("eHGDP_i1_s%1.txt").arg(seed));
     QCOMPARE(expected.count(QLatin1Char('\n')), 100);
     EngineRun run;
-    XCore core(m_table.get(), nullptr, 1, seed);
-    core.setThreadCount(threads);
+    auto search = std::make_unique<XCore>(m_table.get(), nullptr, 1, seed);
+    search->setThreadCount(threads);
+    XSearchRunner core(std::move(search));
     connectRecorder(core, run);
     core.start();
     QVERIFY(core.wait(600000));
@@ -76,12 +77,13 @@ void TestXCoreEHGDP::stopsWithin100ms()
 {
     QFETCH(int, size);
     EngineRun run;
-    XCore core(m_table.get(), nullptr, 1, 3);
+    auto* search = new XCore(m_table.get(), nullptr, 1, 3);
+    XSearchRunner core{std::unique_ptr<XSearch>(search)};
     connectRecorder(core, run);
     // Stops from the engine's own thread the moment it names the size, so
     // the moment does not depend on how fast the test thread is woken.
     connect(
-        &core, &XCore::searching, &core,
+        &core, &XSearchRunner::searching, &core,
         [&core, size](int searched, int) {
             if (searched == size)
                 core.stopIterating();
@@ -91,8 +93,8 @@ void TestXCoreEHGDP::stopsWithin100ms()
     if (size == 0)
         core.stopIterating();
     QVERIFY(core.wait(600000));
-    const qint64 ms = core.stopLatency() / 1000000;
-    QVERIFY2(core.stopLatency() >= 0, "the run ended without a stop");
+    const qint64 ms = search->stopLatency() / 1000000;
+    QVERIFY2(search->stopLatency() >= 0, "the run ended without a stop");
 #ifdef VIREON_SANITIZED
     // Sanitized code runs several times slower; the bound is for real builds.
     const qint64 limit = 300;

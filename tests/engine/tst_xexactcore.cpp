@@ -5,6 +5,7 @@
 #include "XCsv.h"
 #include "XExactCore.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 
 #include <QRandomGenerator>
 #include <QSet>
@@ -29,22 +30,23 @@ struct ExactRun
 
 void runExact(XCsv const* csv, XCsv const* src, int budget, ExactRun& run)
 {
-    XExactCore core(csv, src, budget);
+    auto* exact = new XExactCore(csv, src, budget);
+    XSearchRunner core{std::unique_ptr<XSearch>(exact)};
     // Direct connections: the slots run on the engine thread, and wait()
     // orders their writes before the reads that follow.
     QObject::connect(
-        &core, &XExactCore::percentChanged, &core, [&run](int p) { run.percents << p; },
+        &core, &XSearchRunner::percentChanged, &core, [&run](int p) { run.percents << p; },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XExactCore::error, &core, [&run](QString const& text) { run.errorText = text; },
+        &core, &XSearchRunner::error, &core, [&run](QString const& text) { run.errorText = text; },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XExactCore::completed, &core, [&run](XResult* r) { run.result.reset(r); },
+        &core, &XSearchRunner::completed, &core, [&run](XResult* r) { run.result.reset(r); },
         Qt::DirectConnection);
     core.start();
     core.wait();
-    run.total = core.totalAlleles();
-    run.zeros = core.zeroPairs();
+    run.total = exact->totalAlleles();
+    run.zeros = exact->zeroPairs();
 }
 
 XCsv::Grid grid(QStringList const& lines)
@@ -437,12 +439,12 @@ void TestXExactCore::stopEndsWithoutResult()
 {
     XCsv input(syntheticGrid(1500, 60, 3));
     ExactRun run;
-    XExactCore core(&input, nullptr, 600);
+    XSearchRunner core(std::make_unique<XExactCore>(&input, nullptr, 600));
     QObject::connect(
-        &core, &XExactCore::completed, &core, [&run](XResult* r) { run.result.reset(r); },
+        &core, &XSearchRunner::completed, &core, [&run](XResult* r) { run.result.reset(r); },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XExactCore::error, &core, [&run](QString const& text) { run.errorText = text; },
+        &core, &XSearchRunner::error, &core, [&run](QString const& text) { run.errorText = text; },
         Qt::DirectConnection);
     core.start();
     QTest::qWait(300);
@@ -452,9 +454,9 @@ void TestXExactCore::stopEndsWithoutResult()
     QVERIFY(run.errorText.isNull());
 
     // Stopped before it starts: it returns without a result as well.
-    XExactCore early(&input, nullptr, 600);
+    XSearchRunner early(std::make_unique<XExactCore>(&input, nullptr, 600));
     QObject::connect(
-        &early, &XExactCore::completed, &early, [&run](XResult* r) { run.result.reset(r); },
+        &early, &XSearchRunner::completed, &early, [&run](XResult* r) { run.result.reset(r); },
         Qt::DirectConnection);
     early.stopIterating();
     early.start();
@@ -465,7 +467,7 @@ void TestXExactCore::stopEndsWithoutResult()
 void TestXExactCore::destroyedWhileRunning()
 {
     XCsv input(syntheticGrid(1500, 60, 4));
-    auto core = std::make_unique<XExactCore>(&input, nullptr, 600);
+    auto core = std::make_unique<XSearchRunner>(std::make_unique<XExactCore>(&input, nullptr, 600));
     core->start();
     QTest::qWait(200);
     core.reset(); // stops and waits

@@ -3,6 +3,7 @@
 #include "XCsv.h"
 #include "XExactCore.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 #include "XWorkspace.h"
 #include "XWorkspaceCheck.h"
 
@@ -24,9 +25,9 @@ std::unique_ptr<XWorkspace> exportedAndRead(XCsv::Grid const& input, XCsv::Grid 
     result->setLowerBounds(bounds);
     XWorkspace written(csv, src, result);
     if (exact)
-        written.setExactRun(5, 0.4);
+        written.setRun(XSearchSettings::exact(5), 0.4);
     else
-        written.setReproducibleRun(3, 7);
+        written.setRun(XSearchSettings::reproducible(3, 7));
     return std::make_unique<XWorkspace>(written.toString());
 }
 
@@ -46,10 +47,10 @@ std::unique_ptr<XWorkspace> exactRun(XCsv::Grid const& input, XCsv::Grid const& 
 {
     XCsv csv(input);
     std::unique_ptr<XCsv> src(start.isEmpty() ? nullptr : new XCsv(start));
-    XExactCore core(&csv, src.get(), 5);
+    XSearchRunner core(std::make_unique<XExactCore>(&csv, src.get(), 5));
     std::unique_ptr<XResult> result;
     QObject::connect(
-        &core, &XExactCore::completed, &core, [&result](XResult* r) { result.reset(r); },
+        &core, &XSearchRunner::completed, &core, [&result](XResult* r) { result.reset(r); },
         Qt::DirectConnection);
     core.start();
     core.wait();

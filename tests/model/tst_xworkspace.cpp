@@ -611,7 +611,7 @@ void TestXWorkspace::runSettingsRoundTrip()
 {
     XCsv* csv = new XCsv(XCsv::Grid{{"Name", "M"}, {"a", 1}, {"b", 2}, {"c", 3}});
     XWorkspace reproducible(csv, nullptr, new XResult(entriesFor(3), csv, nullptr));
-    reproducible.setReproducibleRun(5, 1732345678);
+    reproducible.setRun(XSearchSettings::reproducible(5, 1732345678));
     const QString text = reproducible.toString();
     QVERIFY(text.startsWith(
         QStringLiteral("Iterations=5\nSearch=reproducible\nSeed=1732345678\n\n#\n")));
@@ -627,7 +627,7 @@ void TestXWorkspace::runSettingsRoundTrip()
     XResult* result = new XResult(entriesFor(3), other, nullptr);
     result->setLowerBounds(QList<int>() << 1);
     XWorkspace exact(other, nullptr, result);
-    exact.setExactRun(60, 41.26);
+    exact.setRun(XSearchSettings::exact(60), 41.26);
     XWorkspace readExact(exact.toString());
     QCOMPARE(readExact.search(), QStringLiteral("exact"));
     QCOMPARE(readExact.budget(), 60);

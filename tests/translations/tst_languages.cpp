@@ -150,7 +150,7 @@ void TestLanguages::linesUnderTheSlider()
     std::unique_ptr<XWorkspace> plain(workspace(false));
     XCoreReport report(plain.get());
     QCOMPARE(report.coverageLine(10), m_expected.coverageLine);
-    plain->setReproducibleRun(1, 1);
+    plain->setRun(XSearchSettings::reproducible(1, 1));
     QCOMPARE(report.runLine(), m_expected.runLine);
     std::unique_ptr<XWorkspace> started(workspace(true));
     QCOMPARE(XCoreReport(started.get()).coverageLine(50), m_expected.startLine);

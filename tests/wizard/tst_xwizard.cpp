@@ -21,8 +21,6 @@ struct Received
     XCsv* src = nullptr;
     int iterations = -1;
     int seed = -1;
-    // Calls of searchChosen, each before finished's.
-    int searchCalls = 0;
     bool exact = false;
     int budget = -1;
 };
@@ -104,13 +102,15 @@ void TestXWizard::chooseManual()
 
 void TestXWizard::connectReceiver()
 {
-    connect(m_wizard, qOverload<XCsv*, XCsv*, int, int>(&XWizard::finished), this,
-            [this](XCsv* csv, XCsv* src, int iterations, int seed) {
+    connect(m_wizard, qOverload<XAnalysisRequest&>(&XWizard::finished), this,
+            [this](XAnalysisRequest& request) {
                 ++m_received.calls;
-                m_received.csv = csv;
-                m_received.src = src;
-                m_received.iterations = iterations;
-                m_received.seed = seed;
+                m_received.csv = request.input.release();
+                m_received.src = request.start.release();
+                m_received.iterations = request.settings.iterations;
+                m_received.seed = request.settings.seed;
+                m_received.exact = request.settings.kind == XSearchKind::Exact;
+                m_received.budget = request.settings.budgetSeconds;
             });
 }
 
@@ -143,19 +143,12 @@ void TestXWizard::searchChoice()
 
 void TestXWizard::finishWithExactSearch()
 {
-    connect(m_wizard, &XWizard::searchChosen, this, [this](bool exact, int budget) {
-        ++m_received.searchCalls;
-        QCOMPARE(m_received.calls, 0);
-        m_received.exact = exact;
-        m_received.budget = budget;
-    });
     loadInput(QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv"));
     m_wizard->next();
     QWizardPage* page = m_wizard->page(XWizard::SettingsPage);
     page->findChild<QRadioButton*>(QStringLiteral("exactSearch"))->setChecked(true);
     page->findChild<QSpinBox*>(QStringLiteral("budget"))->setValue(5);
     clickButton(m_wizard->button(QWizard::FinishButton));
-    QCOMPARE(m_received.searchCalls, 1);
     QCOMPARE(m_received.calls, 1);
     QVERIFY(m_received.exact);
     QCOMPARE(m_received.budget, 5);
