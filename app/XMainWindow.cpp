@@ -185,11 +185,16 @@ QWidget* XMainWindow::buildStartPage()
     auto* page = new QWidget(this);
     auto* grid = new QGridLayout(page);
     grid->setAlignment(Qt::AlignCenter);
-    grid->addWidget(new QLabel(tr("Open a file or create a new table"), page), 0, 0);
+    auto hint = [page](QString const& text, char const* name) {
+        auto* label = new QLabel(text, page);
+        label->setObjectName(QLatin1String(name));
+        return label;
+    };
+    grid->addWidget(hint(tr("Open a file or create a new table"), "newHint"), 0, 0);
     grid->addWidget(m_newButton, 0, 1);
-    grid->addWidget(new QLabel(tr("Import an existing workspace"), page), 1, 0);
+    grid->addWidget(hint(tr("Import an existing workspace"), "importHint"), 1, 0);
     grid->addWidget(m_importButton, 1, 1);
-    grid->addWidget(new QLabel(tr("Show an input file sample"), page), 2, 0);
+    grid->addWidget(hint(tr("Show an input file sample"), "sampleHint"), 2, 0);
     grid->addWidget(m_sampleButton, 2, 1);
     return page;
 }
@@ -202,7 +207,9 @@ QWidget* XMainWindow::buildCorePage()
     auto* top = new QGridLayout;
     top->addWidget(m_slider, 0, 0);
     top->addWidget(m_sliderValue, 0, 1);
-    top->addWidget(new QLabel(QStringLiteral("%"), page), 0, 2);
+    auto* percent = new QLabel(QStringLiteral("%"), page);
+    percent->setObjectName(QStringLiteral("percentSign"));
+    top->addWidget(percent, 0, 2);
     top->addWidget(m_coverageLine, 1, 0, 1, 3);
     top->addWidget(m_runLine, 2, 0, 1, 3);
     top->setColumnStretch(0, 1);

@@ -13,17 +13,24 @@ XSample::XSample(QWidget* parent) : QDialog(parent), m_close(new QPushButton(tr(
     connect(m_close, &QPushButton::clicked, this, &QDialog::close);
 
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(tr("<b>Rows</b>: Accessions"), this));
-    layout->addWidget(new QLabel(tr("<b>Columns</b>: Microsatellite markers"), this));
+    auto* rows = new QLabel(tr("<b>Rows</b>: Accessions"), this);
+    auto* columns = new QLabel(tr("<b>Columns</b>: Microsatellite markers"), this);
+    rows->setObjectName(QStringLiteral("rows"));
+    columns->setObjectName(QStringLiteral("columns"));
+    layout->addWidget(rows);
+    layout->addWidget(columns);
     for (FileFormat const& format : fileFormats()) {
         if (!format.samplePicture)
             continue;
+        const QString name = QString::fromLatin1(format.sampleName);
+        auto* caption = new QLabel(tr(format.sampleText), this);
+        caption->setObjectName(name + QStringLiteral("Caption"));
         auto* picture = new QLabel(this);
-        picture->setObjectName(QString::fromLatin1(format.sampleName));
+        picture->setObjectName(name + QStringLiteral("Picture"));
         // A missing picture leaves its label empty.
         picture->setPixmap(QPixmap(QString::fromLatin1(format.samplePicture)));
         layout->addWidget(new QLabel(this));
-        layout->addWidget(new QLabel(tr(format.sampleText), this));
+        layout->addWidget(caption);
         layout->addWidget(picture);
     }
     layout->addWidget(m_close);

@@ -176,10 +176,8 @@ XSearch::Outcome XCore::search(Progress& progress)
     XResult::Entries entries;
     for (int p = 1; p <= 100; ++p) {
         const qint64 target = XSearch::target(p, total);
-        // The coverage side is formed in 64 bits: a 32-bit product would wrap
-        // beyond 21,474 alleles and hand the whole table to every share above.
         // With all n rows in the core nothing more can be covered: stop there.
-        while (qint64(covered) * 100000 < target && k < n) {
+        while (!XSearch::meets(covered, target) && k < n) {
             ++k;
             progress.searching(k, n);
             XParallelSearch::Outcome outcome;

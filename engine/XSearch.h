@@ -61,6 +61,9 @@ public:
     // order in extended precision and truncated. A core of `covered`
     // alleles meets it when covered × 100000 reaches it.
     static qint64 target(int percent, int total);
+    // Whether `covered` alleles meet a target, formed in 64 bits: a 32-bit
+    // product would wrap beyond 21,474 alleles.
+    static bool meets(int covered, qint64 target) { return qint64(covered) * 100000 >= target; }
     // The least whole number of alleles that meets target(percent, total).
     static int leastCoverage(int percent, int total);
 

@@ -5,6 +5,7 @@
 #include "XAlleles.h"
 #include "XCsv.h"
 #include "XResult.h"
+#include "XSearch.h"
 #include "XWorkspace.h"
 
 #include <QCoreApplication>
@@ -276,14 +277,13 @@ QString Check::shareProblem(int i, Totals const& totals) const
     const int p = i + 1;
     const int count = m_result->entries().at(i).first;
     // The share p % of the total, compared as the searches compare it.
-    const qint64 target =
-        static_cast<qint64>(static_cast<long double>(p) * 0.01 * totals.total * 100000.0);
-    if (qint64(count) * 100000 >= target)
+    const qint64 target = XSearch::target(p, totals.total);
+    if (XSearch::meets(count, target))
         return QString();
     // The reproducible search stops short only with every row in the core,
     // or where no core could reach the share.
     if (!m_exact && (m_result->entries().at(i).second.size() >= m_csv->rows() - 1 ||
-                     qint64(totals.reachable) * 100000 < target))
+                     !XSearch::meets(totals.reachable, target)))
         return QString();
     return atEntry(i, Msg::tr("the count %1 falls short of %2 % of the %3 alleles, which the core "
                               "for that share reaches")

@@ -10,8 +10,8 @@
 // other cell (a fraction, a date or time) refuses the whole file.
 //
 // The workbook library crashes, loops or allocates without bound on some
-// damaged files, so the programs call this only inside the workbook reader
-// program (see XWorkbookReader); the fuzzer calls it directly.
+// damaged files, so this runs in the workbook reader program, whose crash,
+// stall or exhaustion the caller survives (see XWorkbookReader).
 class XWorkbookParser
 {
 public:

@@ -12,8 +12,9 @@
 // whole file at its position. Every part is unpacked within the zip size
 // limit and read without document type declarations.
 //
-// Like XWorkbookParser, the programs call this only inside the workbook
-// reader program; the fuzzer calls it directly.
+// A crafted archive can still cost a parser more time or memory than a
+// window should risk, so it runs in the workbook reader program, whose end
+// the caller survives (see XWorkbookReader).
 class XXlsxParser
 {
 public:

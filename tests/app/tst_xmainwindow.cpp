@@ -468,10 +468,11 @@ void TestXMainWindow::startState()
     QCOMPARE(slider()->value(), 1);
     QCOMPARE(sliderLabel()->text(), QString());
     QWidget* page = tabs()->widget(XMainWindow::CoreTab);
-    auto* row = page->layout()->itemAt(0)->layout();
-    QCOMPARE(row->itemAt(0)->widget(), slider());
-    QCOMPARE(qobject_cast<QLabel*>(row->itemAt(2)->widget())->text(), QStringLiteral("%"));
-    QVERIFY(qobject_cast<XCsvTableWidget*>(page->layout()->itemAt(1)->widget()));
+    QVERIFY(page->isAncestorOf(slider()));
+    auto* percent = page->findChild<QLabel*>(QStringLiteral("percentSign"));
+    QVERIFY(percent);
+    QCOMPARE(percent->text(), QStringLiteral("%"));
+    QVERIFY(page->findChild<XCsvTableWidget*>(QStringLiteral("coreView")));
     QCOMPARE(m_window->workspace(), nullptr);
 }
 
@@ -534,11 +535,21 @@ void TestXMainWindow::startPage()
     QCOMPARE(grid->alignment(), Qt::AlignCenter);
     const QStringList labels = {"Open a file or create a new table", "Import an existing workspace",
                                 "Show an input file sample"};
+    const QStringList hints = {"newHint", "importHint", "sampleHint"};
     const QStringList buttons = {"New", "Import", "Sample"};
+    const QStringList buttonNames = {"newButton", "importButton", "sampleButton"};
     for (int r = 0; r < 3; ++r) {
-        QCOMPARE(qobject_cast<QLabel*>(grid->itemAtPosition(r, 0)->widget())->text(), labels.at(r));
-        QCOMPARE(qobject_cast<QPushButton*>(grid->itemAtPosition(r, 1)->widget())->text(),
-                 buttons.at(r));
+        auto* label = tabs()->widget(0)->findChild<QLabel*>(hints.at(r));
+        auto* button = tabs()->widget(0)->findChild<QPushButton*>(buttonNames.at(r));
+        QVERIFY(label && button);
+        QCOMPARE(label->text(), labels.at(r));
+        QCOMPARE(button->text(), buttons.at(r));
+        // Each hint beside its button, one row each.
+        int row = -1, column = -1, rowSpan = 0, columnSpan = 0;
+        grid->getItemPosition(grid->indexOf(label), &row, &column, &rowSpan, &columnSpan);
+        QCOMPARE(QPoint(column, row), QPoint(0, r));
+        grid->getItemPosition(grid->indexOf(button), &row, &column, &rowSpan, &columnSpan);
+        QCOMPARE(QPoint(column, row), QPoint(1, r));
     }
 }
 

@@ -41,21 +41,25 @@ void TestXSample::layout()
     auto* layout = qobject_cast<QVBoxLayout*>(m_dialog->layout());
     QVERIFY(layout);
     QCOMPARE(layout->count(), 9);
-    const QStringList texts = {"<b>Rows</b>: Accessions",
-                               "<b>Columns</b>: Microsatellite markers",
-                               "",
-                               "Comma-separated values (<b>.csv</b>) file",
-                               "",
-                               "",
-                               "Microsoft Excel (<b>.xls</b>) file",
-                               ""};
-    for (int i = 0; i < 8; ++i) {
-        auto* label = qobject_cast<QLabel*>(layout->itemAt(i)->widget());
-        QVERIFY2(label, qPrintable(QString::number(i)));
-        QCOMPARE(label->text(), texts.at(i));
+    const QList<QPair<QString, QString>> texts = {
+        {"rows", "<b>Rows</b>: Accessions"},
+        {"columns", "<b>Columns</b>: Microsatellite markers"},
+        {"csvCaption", "Comma-separated values (<b>.csv</b>) file"},
+        {"csvPicture", ""},
+        {"excelCaption", "Microsoft Excel (<b>.xls</b>) file"},
+        {"excelPicture", ""}};
+    int previous = -1;
+    for (auto const& named : texts) {
+        auto* label = m_dialog->findChild<QLabel*>(named.first);
+        QVERIFY2(label, qPrintable(named.first));
+        QCOMPARE(label->text(), named.second);
+        // From top to bottom in this order.
+        QVERIFY(layout->indexOf(label) > previous);
+        previous = layout->indexOf(label);
     }
-    auto* close = qobject_cast<QPushButton*>(layout->itemAt(8)->widget());
+    auto* close = m_dialog->findChild<QPushButton*>(QStringLiteral("close"));
     QVERIFY(close);
+    QCOMPARE(layout->indexOf(close), layout->count() - 1);
     QCOMPARE(close->text(), QStringLiteral("Close"));
     QCOMPARE(m_dialog->windowTitle(), QString());
 }

@@ -1,4 +1,5 @@
 #include "CellText.h"
+#include "TemporaryFolder.h"
 #include "XCsv.h"
 #include "XResult.h"
 #include "XSpreadsheet.h"
@@ -9,6 +10,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <memory>
 
 namespace {
 
@@ -66,29 +69,18 @@ private slots:
     void workspaceRecordsRun();
 
 private:
-    QString file(QString const& name, QString const& text);
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestVireonCli::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestVireonCli::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
-}
-
-QString TestVireonCli::file(QString const& name, QString const& text)
-{
-    const QString path = m_dir->filePath(name);
-    QFile f(path);
-    if (f.open(QIODevice::WriteOnly | QIODevice::Text))
-        f.write(text.toUtf8());
-    return path;
+    m_dir.reset();
 }
 
 void TestVireonCli::help()
@@ -112,7 +104,7 @@ void TestVireonCli::summary()
 {
     // Either row covers half of the four alleles; both cover all.
     const QString input =
-        file(QStringLiteral("in.csv"), QStringLiteral("Name,M1,M1\nA,1,2\nB,3,4\n"));
+        m_dir->write(QStringLiteral("in.csv"), QByteArray("Name,M1,M1\nA,1,2\nB,3,4\n"));
     const Outcome o = runCli({QStringLiteral("-r"), QStringLiteral("7"), input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out, QStringLiteral("percent\taccessions\talleles\trecounted\n"
@@ -125,8 +117,9 @@ void TestVireonCli::summary()
 void TestVireonCli::summaryWithStart()
 {
     const QString input =
-        file(QStringLiteral("in.csv"), QStringLiteral("Name,M1,M1\nA,1,2\nB,3,4\n"));
-    const QString start = file(QStringLiteral("start.csv"), QStringLiteral("Name,M1,M1\nS,5,6\n"));
+        m_dir->write(QStringLiteral("in.csv"), QByteArray("Name,M1,M1\nA,1,2\nB,3,4\n"));
+    const QString start =
+        m_dir->write(QStringLiteral("start.csv"), QByteArray("Name,M1,M1\nS,5,6\n"));
     const Outcome o = runCli({QStringLiteral("--seed"), QStringLiteral("3"), QStringLiteral("-s"),
                               start, QStringLiteral("-i"), QStringLiteral("2"), input});
     QCOMPARE(o.status, 0);
@@ -218,8 +211,7 @@ void TestVireonCli::semicolonTextAsComma()
     QByteArray text = original.readAll();
     QVERIFY(!text.contains(';'));
     text.replace(',', ';').replace("\n", "\r\n");
-    const QString semicolons =
-        file(QStringLiteral("microbov-semicolons.csv"), QString::fromUtf8(text));
+    const QString semicolons = m_dir->write(QStringLiteral("microbov-semicolons.csv"), text);
     const QStringList common = {
         QStringLiteral("-i"), QStringLiteral("1"),  QStringLiteral("-r"),      QStringLiteral("5"),
         QStringLiteral("-p"), QStringLiteral("40"), QStringLiteral("--result")};
@@ -243,8 +235,8 @@ void TestVireonCli::semicolonTextAsComma()
 void TestVireonCli::clockSeedIsPrinted()
 {
     const QString input =
-        file(QStringLiteral("in.csv"),
-             QStringLiteral("Name,M1,M1,M2\nA,1,2,3\nB,3,4,3\nC,1,4,5\nD,2,2,6\n"));
+        m_dir->write(QStringLiteral("in.csv"),
+                     QByteArray("Name,M1,M1,M2\nA,1,2,3\nB,3,4,3\nC,1,4,5\nD,2,2,6\n"));
     const Outcome first = runCli({input});
     QCOMPARE(first.status, 0);
     const QString last = first.out.trimmed().split(QLatin1Char('\n')).last();
@@ -350,7 +342,7 @@ void TestVireonCli::inputsThatAreNotFiles()
 
 void TestVireonCli::unreadableInput()
 {
-    const QString path = file(QStringLiteral("locked.csv"), QStringLiteral("Name,M1\nA,1\n"));
+    const QString path = m_dir->write(QStringLiteral("locked.csv"), QByteArray("Name,M1\nA,1\n"));
     QVERIFY(QFile::setPermissions(path, QFileDevice::WriteOwner));
     QFile probe(path);
     if (probe.open(QIODevice::ReadOnly))
@@ -385,9 +377,10 @@ void TestVireonCli::engineErrors()
     QFETCH(QString, input);
     QFETCH(QString, start);
     QFETCH(QString, message);
-    QStringList arguments{file(QStringLiteral("in.csv"), input)};
+    QStringList arguments{m_dir->write(QStringLiteral("in.csv"), input.toUtf8())};
     if (!start.isEmpty())
-        arguments << QStringLiteral("--start") << file(QStringLiteral("start.csv"), start);
+        arguments << QStringLiteral("--start")
+                  << m_dir->write(QStringLiteral("start.csv"), start.toUtf8());
     const Outcome o = runCli(arguments);
     QCOMPARE(o.status, 1);
     QCOMPARE(o.out, QString());
@@ -416,7 +409,7 @@ const QString fourRows =
 
 void TestVireonCli::exactSummary()
 {
-    const QString input = file(QStringLiteral("in.csv"), fourRows);
+    const QString input = m_dir->write(QStringLiteral("in.csv"), fourRows.toUtf8());
     const Outcome o = runCli({QStringLiteral("--search"), QStringLiteral("exact"), input});
     QCOMPARE(o.status, 0);
     QStringList lines = o.out.split(QLatin1Char('\n'));
@@ -437,9 +430,9 @@ void TestVireonCli::exactSummary()
 
 void TestVireonCli::exactResultAndWorkspace()
 {
-    const QString input = file(QStringLiteral("in.csv"), fourRows);
+    const QString input = m_dir->write(QStringLiteral("in.csv"), fourRows.toUtf8());
     const QString start =
-        file(QStringLiteral("start.csv"), QStringLiteral("Name,A,A,B,B\ns1,1,2,1,1\n"));
+        m_dir->write(QStringLiteral("start.csv"), QByteArray("Name,A,A,B,B\ns1,1,2,1,1\n"));
     const QString ccw = m_dir->filePath(QStringLiteral("exact.ccw"));
     const Outcome o =
         runCli({QStringLiteral("--search"), QStringLiteral("exact"), QStringLiteral("--budget"),

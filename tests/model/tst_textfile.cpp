@@ -1,8 +1,11 @@
+#include "TemporaryFolder.h"
 #include "TextFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <memory>
 
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -36,36 +39,26 @@ private slots:
     void commasRefusedBeforeDecoding();
 
 private:
-    QString write(QString const& name, QByteArray const& bytes);
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestTextFile::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestTextFile::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
-}
-
-QString TestTextFile::write(QString const& name, QByteArray const& bytes)
-{
-    const QString path = m_dir->filePath(name);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    return path;
+    m_dir.reset();
 }
 
 void TestTextFile::utf8()
 {
     QString text, error;
     TextFile::Encoding encoding = TextFile::Encoding::Windows1252;
-    QVERIFY(TextFile::read(write("a.csv", "Name,M\nB\xc3\xa9tail,1\n"), &text, &error, &encoding));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", "Name,M\nB\xc3\xa9tail,1\n"), &text, &error,
+                           &encoding));
     QCOMPARE(text, QStringLiteral("Name,M\nB\u00e9tail,1\n"));
     QCOMPARE(encoding, TextFile::Encoding::Utf8);
     QCOMPARE(error, QString());
@@ -75,7 +68,7 @@ void TestTextFile::utf8WithByteOrderMark()
 {
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Windows1252;
-    QVERIFY(TextFile::read(write("a.csv", "\xef\xbb\xbfN,M\n"), &text, nullptr, &encoding));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", "\xef\xbb\xbfN,M\n"), &text, nullptr, &encoding));
     QCOMPARE(text, QStringLiteral("N,M\n"));
     QCOMPARE(encoding, TextFile::Encoding::Utf8);
 }
@@ -85,7 +78,7 @@ void TestTextFile::utf16WithByteOrderMark()
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
     const QByteArray bytes("\xff\xfeN\0,\0\xe9\0\n\0", 10);
-    QVERIFY(TextFile::read(write("a.csv", bytes), &text, nullptr, &encoding));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", bytes), &text, nullptr, &encoding));
     QCOMPARE(text, QStringLiteral("N,\u00e9\n"));
     QCOMPARE(encoding, TextFile::Encoding::Utf16);
 }
@@ -95,8 +88,8 @@ void TestTextFile::latin1ReadAsWindows1252()
     // "Bétail" and a euro sign as old spreadsheet exports write them.
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
-    QVERIFY(
-        TextFile::read(write("a.csv", "Name,M\nB\xe9tail \x80,1\n"), &text, nullptr, &encoding));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", "Name,M\nB\xe9tail \x80,1\n"), &text, nullptr,
+                           &encoding));
     QCOMPARE(text, QStringLiteral("Name,M\nB\u00e9tail \u20ac,1\n"));
     QCOMPARE(encoding, TextFile::Encoding::Windows1252);
     QCOMPARE(TextFile::windows1252Note(),
@@ -161,16 +154,16 @@ void TestTextFile::atTheLimitRead()
     // Just within the limit is read; built from a small file so the test
     // stays light: the limit itself is checked above.
     QString text;
-    QVERIFY(TextFile::read(write("a.csv", QByteArray(4096, 'x')), &text, nullptr));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", QByteArray(4096, 'x')), &text, nullptr));
     QCOMPARE(text.size(), 4096);
 }
 
 void TestTextFile::shortContentNeverTakenForName()
 {
     // A file whose whole content names another file is still just text.
-    const QString other = write("other.csv", "N,M\nA,1\n");
+    const QString other = m_dir->write("other.csv", "N,M\nA,1\n");
     QString text;
-    QVERIFY(TextFile::read(write("a.csv", other.toUtf8()), &text, nullptr));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", other.toUtf8()), &text, nullptr));
     QCOMPARE(text, other);
 }
 
@@ -178,8 +171,9 @@ void TestTextFile::utf32WithByteOrderMark()
 {
     QString text;
     TextFile::Encoding encoding = TextFile::Encoding::Utf8;
-    QVERIFY(TextFile::read(write("a.csv", QByteArray("\xff\xfe\0\0N\0\0\0,\0\0\0M\0\0\0", 16)),
-                           &text, nullptr, &encoding));
+    QVERIFY(
+        TextFile::read(m_dir->write("a.csv", QByteArray("\xff\xfe\0\0N\0\0\0,\0\0\0M\0\0\0", 16)),
+                       &text, nullptr, &encoding));
     QCOMPARE(text, QStringLiteral("N,M"));
     QCOMPARE(encoding, TextFile::Encoding::Utf32);
     QCOMPARE(TextFile::encodingNote(encoding), QString());
@@ -262,7 +256,8 @@ void TestTextFile::nulBytesRefused()
 {
     QString text;
     QString error;
-    QVERIFY(!TextFile::read(write("a.csv", QByteArray("Name,M\nA,1\0\nB,2\n", 17)), &text, &error));
+    QVERIFY(!TextFile::read(m_dir->write("a.csv", QByteArray("Name,M\nA,1\0\nB,2\n", 17)), &text,
+                            &error));
     QCOMPARE(error, QStringLiteral("is not a text file: it holds NUL bytes"));
 }
 
@@ -281,14 +276,14 @@ void TestTextFile::oldMacLineEnds()
     QFETCH(QByteArray, bytes);
     QFETCH(QString, text);
     QString read;
-    QVERIFY(TextFile::read(write("a.csv", bytes), &read, nullptr));
+    QVERIFY(TextFile::read(m_dir->write("a.csv", bytes), &read, nullptr));
     QCOMPARE(read, text);
 }
 
 void TestTextFile::commasRefusedBeforeDecoding()
 {
     // 64 MB of commas: 67 million empty fields, each of which would be a cell.
-    const QString path = write("commas.csv", QByteArray(64 << 20, ','));
+    const QString path = m_dir->write("commas.csv", QByteArray(64 << 20, ','));
     QString text;
     QString error;
     QVERIFY(!TextFile::read(path, &text, &error));

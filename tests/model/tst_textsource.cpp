@@ -1,9 +1,12 @@
+#include "TemporaryFolder.h"
 #include "TextSource.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <memory>
 
 class TestTextSource : public QObject
 {
@@ -23,48 +26,36 @@ private slots:
     void folderGivesEmptyText();
 
 private:
-    QString write(QString const& name, QByteArray const& bytes);
-
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestTextSource::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestTextSource::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
-}
-
-QString TestTextSource::write(QString const& name, QByteArray const& bytes)
-{
-    const QString path = m_dir->filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        return QString();
-    return path;
+    m_dir.reset();
 }
 
 void TestTextSource::existingFileIsRead()
 {
-    const QString path = write(QStringLiteral("t.csv"), "Name,M1\na,1\n");
+    const QString path = m_dir->write(QStringLiteral("t.csv"), "Name,M1\na,1\n");
     QVERIFY(!path.isEmpty());
     QCOMPARE(readTextSource(path), QStringLiteral("Name,M1\na,1\n"));
 }
 
 void TestTextSource::byteOrderMarkDropped()
 {
-    const QString path = write(QStringLiteral("bom.csv"), "\xEF\xBB\xBFName,M1\n");
+    const QString path = m_dir->write(QStringLiteral("bom.csv"), "\xEF\xBB\xBFName,M1\n");
     QCOMPARE(readTextSource(path), QStringLiteral("Name,M1\n"));
 }
 
 void TestTextSource::emptyFileGivesEmptyText()
 {
-    const QString path = write(QStringLiteral("empty.csv"), QByteArray());
+    const QString path = m_dir->write(QStringLiteral("empty.csv"), QByteArray());
     QVERIFY(!path.isEmpty());
     QCOMPARE(readTextSource(path), QString());
 }
@@ -79,7 +70,7 @@ void TestTextSource::missingFileIsText()
 void TestTextSource::textWithLineFeedIsText()
 {
     // Even when the part before the line feed names a file.
-    const QString path = write(QStringLiteral("t.csv"), "file content");
+    const QString path = m_dir->write(QStringLiteral("t.csv"), "file content");
     const QString text = path + QStringLiteral("\n");
     QCOMPARE(readTextSource(text), text);
 }

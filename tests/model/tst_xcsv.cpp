@@ -1,5 +1,6 @@
 #include "CellText.h"
 #include "RandomTable.h"
+#include "TemporaryFolder.h"
 #include "XCsv.h"
 
 #include <QTemporaryDir>
@@ -73,30 +74,18 @@ private slots:
     void linesOfRowsKept();
 
 private:
-    QString writeFile(QString const& name, QByteArray const& content);
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestXCsv::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestXCsv::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
-}
-
-QString TestXCsv::writeFile(QString const& name, QByteArray const& content)
-{
-    const QString path = m_dir->filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return QString();
-    file.write(content);
-    return path;
+    m_dir.reset();
 }
 
 void TestXCsv::defaultTable()
@@ -240,7 +229,7 @@ void TestXCsv::unquotedTextWrittenQuoted()
 void TestXCsv::fileRoundTrip()
 {
     const QString path =
-        writeFile("t.csv", "Name,M1,M1,M2\nA1,183,185,*\n42,0,7,\"x y\"\n\"B 3\",-1,\"9\",12\n");
+        m_dir->write("t.csv", "Name,M1,M1,M2\nA1,183,185,*\n42,0,7,\"x y\"\n\"B 3\",-1,\"9\",12\n");
     XCsv table(path);
     QCOMPARE(table.rows(), 4);
     QCOMPARE(table.columns(), 4);
@@ -257,16 +246,16 @@ void TestXCsv::fileRoundTrip()
 
 void TestXCsv::crlfLineEnds()
 {
-    XCsv table(writeFile("crlf.csv", "Name,M1\r\nA,1\r\nB,2\r\n"));
+    XCsv table(m_dir->write("crlf.csv", "Name,M1\r\nA,1\r\nB,2\r\n"));
     QCOMPARE(gridText(table), QStringList({"s:Name|s:M1", "s:A|i:1", "s:B|i:2"}));
     // A file cut after its last carriage return keeps its last number.
-    XCsv cut(writeFile("cut.csv", "Name,M1\r\nA,1\r\nB,2\r"));
+    XCsv cut(m_dir->write("cut.csv", "Name,M1\r\nA,1\r\nB,2\r"));
     QCOMPARE(gridText(cut), QStringList({"s:Name|s:M1", "s:A|i:1", "s:B|i:2"}));
 }
 
 void TestXCsv::byteOrderMark()
 {
-    XCsv fromFile(writeFile("bom.csv", "\xEF\xBB\xBFName,M1\nA,1\n"));
+    XCsv fromFile(m_dir->write("bom.csv", "\xEF\xBB\xBFName,M1\nA,1\n"));
     QCOMPARE(gridText(fromFile), QStringList({"s:Name|s:M1", "s:A|i:1"}));
     XCsv fromText(QString(QChar(0xFEFF)) + QStringLiteral("1,2\n3,4\n"));
     QCOMPARE(gridText(fromText), QStringList({"i:1|i:2", "i:3|i:4"}));
@@ -284,7 +273,7 @@ void TestXCsv::fromStringAppends()
 
 void TestXCsv::fileNameRule()
 {
-    const QString path = writeFile("x.csv", "a,b\n1,2\n");
+    const QString path = m_dir->write("x.csv", "a,b\n1,2\n");
     XCsv table(path);
     QCOMPARE(gridText(table), QStringList({"s:a|s:b", "i:1|i:2"}));
 }
@@ -332,7 +321,7 @@ void TestXCsv::unopenableFileGivesNoRows()
     XCsv table(m_dir->path());
     QCOMPARE(table.rows(), 0);
     QCOMPARE(table.columns(), 0);
-    XCsv empty(writeFile("empty.csv", ""));
+    XCsv empty(m_dir->write("empty.csv", ""));
     QCOMPARE(empty.rows(), 0);
     QCOMPARE(empty.columns(), 0);
 }

@@ -1,5 +1,6 @@
 #include "CellText.h"
 #include "RandomTable.h"
+#include "TemporaryFolder.h"
 #include "XBiffWriter.h"
 #include "XCsv.h"
 #include "XSpreadsheet.h"
@@ -122,34 +123,24 @@ private slots:
 
 private:
     QString path(QString const& name) const { return m_dir->filePath(name); }
-    QString writeBytes(QString const& name, QByteArray const& bytes) const;
     QString writeWorkbook(QString const& name, XBiffWriter const& book) const;
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestXSpreadsheet::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestXSpreadsheet::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
-}
-
-QString TestXSpreadsheet::writeBytes(QString const& name, QByteArray const& bytes) const
-{
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        return QString();
-    return file.fileName();
+    m_dir.reset();
 }
 
 QString TestXSpreadsheet::writeWorkbook(QString const& name, XBiffWriter const& book) const
 {
-    return writeBytes(name, XWorkbookWriter::compoundDocument(book.workbook()));
+    return m_dir->write(name, XWorkbookWriter::compoundDocument(book.workbook()));
 }
 
 void TestXSpreadsheet::refusedSuffixes_data()
@@ -173,7 +164,7 @@ void TestXSpreadsheet::refusedSuffixes()
     // The file exists and holds a valid table: only the name decides.
     const QString fileName = name.isEmpty() ? QString() : path(name);
     if (!fileName.isEmpty())
-        QVERIFY(!writeBytes(name, "Name,M1\nAcc1,2\n").isEmpty());
+        QVERIFY(!m_dir->write(name, "Name,M1\nAcc1,2\n").isEmpty());
 
     QString error = QStringLiteral("untouched");
     std::unique_ptr<XCsv> read(XSpreadsheet::read(fileName, &error));
@@ -183,7 +174,7 @@ void TestXSpreadsheet::refusedSuffixes()
 
 void TestXSpreadsheet::csvSuffixGoesToTextReader()
 {
-    QVERIFY(!writeBytes(QStringLiteral("input.csv"), "Name,M1\nAcc1,12\nAcc2,*\n").isEmpty());
+    QVERIFY(!m_dir->write(QStringLiteral("input.csv"), "Name,M1\nAcc1,12\nAcc2,*\n").isEmpty());
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(path(QStringLiteral("input.csv")), &error));
     QVERIFY(table);
@@ -223,7 +214,7 @@ void TestXSpreadsheet::otherSeparatorsNoted()
     QFETCH(QByteArray, content);
     QFETCH(QStringList, notes);
     QFETCH(QStringList, cells);
-    const QString fileName = writeBytes(QStringLiteral("input.csv"), content);
+    const QString fileName = m_dir->write(QStringLiteral("input.csv"), content);
     QString error;
     QStringList read;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error, &read));
@@ -426,7 +417,7 @@ void TestXSpreadsheet::unreadableWorkbooks()
     QFETCH(bool, create);
     const QString fileName = path(QStringLiteral("broken.xls"));
     if (create)
-        QVERIFY(!writeBytes(QStringLiteral("broken.xls"), content).isEmpty());
+        QVERIFY(!m_dir->write(QStringLiteral("broken.xls"), content).isEmpty());
     QString error;
     std::unique_ptr<XCsv> table(XSpreadsheet::read(fileName, &error));
     QVERIFY(!table);
@@ -668,7 +659,7 @@ void TestXSpreadsheet::failedWriteKeepsExistingFile()
     XCsv table(grid);
 
     const QByteArray before("previous content\n");
-    const QString fileName = writeBytes(QStringLiteral("keep.xls"), before);
+    const QString fileName = m_dir->write(QStringLiteral("keep.xls"), before);
     QVERIFY(!fileName.isEmpty());
     QString reason;
     QVERIFY(!XSpreadsheet::write(table, fileName, &reason));

@@ -33,13 +33,6 @@ inline bool writeText(QString const& path, QByteArray const& text)
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
-inline QWidget* gridWidget(QWidget* page, int row, int column)
-{
-    auto* grid = qobject_cast<QGridLayout*>(page->layout());
-    QLayoutItem* item = grid ? grid->itemAtPosition(row, column) : nullptr;
-    return item ? item->widget() : nullptr;
-}
-
 // In the editor that just opened: set model cells (row, column, text), close.
 using CellEdit = std::tuple<int, int, QString>;
 inline std::function<void(QWidget*)> editorEdits(QList<CellEdit> edits, bool* seen = nullptr)
