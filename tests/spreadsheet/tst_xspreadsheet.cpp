@@ -443,6 +443,11 @@ void TestXSpreadsheet::damagedWorkbooksNeverCrash_data()
         << crashes + "freexl_overflow_in_child.xls" << int(Either);
     QTest::newRow("library frees what it did not allocate")
         << crashes + "freexl_bad_free_in_open.xls" << int(Either);
+    // Found by fuzzing: overflows at two more places in the library.
+    QTest::newRow("library overflow at a second place")
+        << crashes + "freexl_overflow_second_site.xls" << int(Either);
+    QTest::newRow("library overflow at a third place")
+        << crashes + "freexl_overflow_third_site.xls" << int(Either);
     QTest::newRow("directory name of 5632 bytes")
         << dir + "directory_name_length_5632.xls" << int(Unreadable);
     QTest::newRow("directory name of 65535 bytes")
