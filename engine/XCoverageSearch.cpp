@@ -24,13 +24,38 @@ uint64_t sampleHash(int position, int row)
     return mix((uint64_t(1) << 63) | (uint64_t(uint32_t(position)) << 32) | uint32_t(row));
 }
 
+// Set bits of a word. Without the processor instruction (not assumed on
+// x86-64) the compiler calls a library routine; this is quicker.
+int popcount(uint64_t x)
+{
+#ifdef __POPCNT__
+    return __builtin_popcountll(x);
+#else
+    x = x - ((x >> 1) & 0x5555555555555555ull);
+    x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
+    x = (x + (x >> 4)) & 0x0f0f0f0f0f0f0f0full;
+    return int((x * 0x0101010101010101ull) >> 56);
+#endif
+}
+
+// The bits of columns first .. last (inclusive) within word `word`.
+uint64_t columnRange(int word, int first, int last)
+{
+    const int lo = std::max(first - word * 64, 0);
+    const int hi = std::min(last - word * 64, 63);
+    if (lo > hi)
+        return 0;
+    const uint64_t upTo = hi == 63 ? ~uint64_t(0) : (uint64_t(1) << (hi + 1)) - 1;
+    return upTo & (~uint64_t(0) << lo);
+}
+
 } // namespace
 
 // A key's share of the state hash while it is in the working map: odd
 // multipliers keep different counts of one key apart.
 uint64_t XCoverageSearch::keyHash(int key, int count) const
 {
-    return m_keyRandom[size_t(key)] * (2 * uint64_t(uint32_t(count)) + 1);
+    return m_tables->keyRandom[size_t(key)] * (2 * uint64_t(uint32_t(count)) + 1);
 }
 
 bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
@@ -42,22 +67,27 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_width = 0;
         for (QList<int> const& row : matrix)
             m_width = std::max(m_width, int(row.size()));
-        tables->cells.assign(size_t(m_rows) * size_t(m_width), -1);
-        m_length.assign(m_rows, 0);
-        m_rowNumber.assign(m_rows, 0);
+        m_words = (m_width + 63) / 64;
+        // Cells are numbered in 32 bits; a table beyond that would not fit
+        // in a desktop's memory anyway.
+        if (uint64_t(m_rows) * uint64_t(m_width) >= (uint64_t(1) << 32))
+            return false;
+        m_inverseWidth = m_width > 0 ? 1.0 / m_width : 0.0;
+        const size_t width = size_t(m_width);
+        const size_t words = size_t(m_words);
+        tables->cells.assign(size_t(m_rows) * width, -1);
+        tables->length.assign(m_rows, 0);
+        tables->rowNumber.assign(m_rows, 0);
 
         QHash<QString, int> markerIds;
         QHash<quint64, int> keyIds;
-        m_markerNames.clear();
-        m_keyMarker.clear();
-        m_keyValue.clear();
         auto markerId = [&](QString const& name) {
             auto it = markerIds.constFind(name);
             if (it != markerIds.constEnd())
                 return *it;
-            const int id = m_markerNames.size();
+            const int id = tables->markerNames.size();
             markerIds.insert(name, id);
-            m_markerNames << name;
+            tables->markerNames << name;
             return id;
         };
         auto keyId = [&](int marker, int value) {
@@ -65,21 +95,21 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
             auto it = keyIds.constFind(packed);
             if (it != keyIds.constEnd())
                 return *it;
-            const int id = int(m_keyMarker.size());
+            const int id = int(tables->keyMarker.size());
             keyIds.insert(packed, id);
-            m_keyMarker.push_back(marker);
-            m_keyValue.push_back(value);
+            tables->keyMarker.push_back(marker);
+            tables->keyValue.push_back(value);
             return id;
         };
 
-        std::vector<int> columnMarker(m_width, -1);
+        std::vector<int> columnMarker(width, -1);
         for (int j = 1; j < m_width; ++j)
             columnMarker[j] = markerId(headers.value(j));
         for (int r = 0; r < m_rows; ++r) {
             QList<int> const& row = matrix.at(r);
-            m_length[r] = row.size();
-            m_rowNumber[r] = row.value(0);
-            int* cells = &tables->cells[size_t(r) * size_t(m_width)];
+            tables->length[r] = row.size();
+            tables->rowNumber[r] = row.value(0);
+            int* cells = &tables->cells[size_t(r) * width];
             for (int j = 1; j < row.size(); ++j) {
                 const int value = row.at(j);
                 if (value > 0)
@@ -89,78 +119,88 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         for (auto it = startMap.constBegin(); it != startMap.constEnd(); ++it)
             keyId(markerId(it.key().first), it.key().second);
 
-        const int keys = int(m_keyMarker.size());
-        m_startCount.assign(keys, 0);
-        m_startPresent.assign(keys, 0);
+        const int keys = int(tables->keyMarker.size());
+        tables->startCount.assign(keys, Absent);
         for (auto it = startMap.constBegin(); it != startMap.constEnd(); ++it) {
             const int id = keyIds.value((quint64(quint32(markerIds.value(it.key().first))) << 32) |
                                         quint32(it.key().second));
-            m_startCount[id] = it.value();
-            m_startPresent[id] = 1;
+            tables->startCount[id] = it.value();
+            ++tables->startCoverage;
         }
 
-        // Occurrences in the columns a swap can compare: 1 .. width - 2.
-        m_occurrenceStart.assign(keys + 1, 0);
+        // The compared columns are 1 .. width - 2: a swap never looks at the
+        // last column.
+        const int lastCompared = m_width - 2;
+        tables->valid.assign(size_t(m_rows) * words, 0);
+        tables->occurrenceStart.assign(keys + 1, 0);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
-            for (int j = 1; j <= m_width - 2; ++j) {
-                if (cells[j] >= 0)
-                    ++m_occurrenceStart[cells[j] + 1];
-            }
-        }
-        for (int key = 0; key < keys; ++key)
-            m_occurrenceStart[key + 1] += m_occurrenceStart[key];
-        tables->occurrenceRow.assign(m_occurrenceStart[keys], 0);
-        tables->occurrenceColumn.assign(m_occurrenceStart[keys], 0);
-        std::vector<int> fill(m_occurrenceStart.begin(), m_occurrenceStart.end() - 1);
-        for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
-            for (int j = 1; j <= m_width - 2; ++j) {
-                const int key = cells[j];
-                if (key < 0)
-                    continue;
-                tables->occurrenceRow[fill[key]] = r;
-                tables->occurrenceColumn[fill[key]++] = j;
-            }
-        }
-        m_keyRandom.resize(keys);
-        for (int key = 0; key < keys; ++key)
-            m_keyRandom[size_t(key)] = mix(uint64_t(key));
-        m_count.assign(keys, 0);
-        m_present.assign(keys, 0);
-        tables->columns.assign(size_t(m_rows) * size_t(m_width), -1);
-        for (int r = 0; r < m_rows; ++r) {
-            for (int j = 0; j < m_width; ++j)
-                tables->columns[size_t(j) * size_t(m_rows) + size_t(r)] =
-                    tables->cells[size_t(r) * size_t(m_width) + size_t(j)];
-        }
-        m_gaps.assign(size_t(m_rows) * size_t(m_width), 0);
-        m_gapKeys.assign(size_t(m_rows) * size_t(m_width), 0);
-        m_gapSlot.assign(size_t(m_rows) * size_t(m_width), 0);
-        m_missing.assign(m_rows, 0);
-        m_gapPresent.assign(keys, 0);
-        for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * size_t(m_width)];
-            int* gaps = &m_gaps[size_t(r) * size_t(m_width)];
-            int* gapKeys = &m_gapKeys[size_t(r) * size_t(m_width)];
-            int* slots = &m_gapSlot[size_t(r) * size_t(m_width)];
-            for (int j = 1; j <= m_width - 2; ++j) {
+            int const* cells = &tables->cells[size_t(r) * width];
+            uint64_t* valid = &tables->valid[size_t(r) * words];
+            for (int j = 1; j <= lastCompared; ++j) {
                 if (cells[j] >= 0) {
-                    slots[j] = m_missing[r];
-                    gapKeys[m_missing[r]] = cells[j];
-                    gaps[m_missing[r]++] = j;
+                    valid[j >> 6] |= uint64_t(1) << (j & 63);
+                    ++tables->occurrenceStart[cells[j] + 1];
                 }
             }
         }
-        m_gapRows.assign((size_t(m_rows) + 64) / 64, 0);
+        for (int key = 0; key < keys; ++key)
+            tables->occurrenceStart[key + 1] += tables->occurrenceStart[key];
+        tables->occurrences.assign(tables->occurrenceStart[keys], 0);
+        std::vector<int> fill(tables->occurrenceStart.begin(), tables->occurrenceStart.end() - 1);
         for (int r = 0; r < m_rows; ++r) {
-            if (m_missing[r] > 0)
-                m_gapRows[size_t(r) >> 6] |= uint64_t(1) << (r & 63);
+            int const* cells = &tables->cells[size_t(r) * width];
+            for (int j = 1; j <= lastCompared; ++j) {
+                if (cells[j] >= 0)
+                    tables->occurrences[fill[cells[j]]++] = uint32_t(size_t(r) * width + size_t(j));
+            }
+        }
+        tables->keyRandom.resize(keys);
+        for (int key = 0; key < keys; ++key)
+            tables->keyRandom[size_t(key)] = mix(uint64_t(key));
+
+        tables->fullCount.assign(keys, 0);
+        for (int r = 0; r < m_rows; ++r) {
+            int const* cells = &tables->cells[size_t(r) * width];
+            for (int j = 1; j < tables->length[r]; ++j) {
+                if (cells[j] >= 0)
+                    ++tables->fullCount[size_t(cells[j])];
+            }
+        }
+        tables->shared.assign(keys, 0);
+        for (int key = 0; key < keys; ++key)
+            tables->shared[size_t(key)] =
+                tables->occurrenceStart[key + 1] - tables->occurrenceStart[key] > 1;
+        m_keys.assign(keys, KeyState());
+        // Every key starts absent, so every compared allele is a gap.
+        m_gapBits = tables->valid;
+        m_gapCount.assign(m_rows, 0);
+        m_gapPresent.assign(keys, 0);
+        m_atLeast.assign(Levels, XRowSet());
+        for (XRowSet& set : m_atLeast)
+            set.resize(m_rows);
+        m_emptyWithGap.assign(width, XRowSet());
+        for (int j = 1; j <= lastCompared; ++j)
+            m_emptyWithGap[size_t(j)].resize(m_rows);
+        m_touchedBefore.assign(m_rows, -1);
+        m_touched.clear();
+        m_deferEmpty = false;
+        m_tables = std::move(tables);
+        for (int r = 0; r < m_rows; ++r) {
+            int gaps = 0;
+            for (size_t w = 0; w < words; ++w)
+                gaps += popcount(m_gapBits[size_t(r) * words + w]);
+            for (int t = 1; t <= std::min(gaps, int(Levels)); ++t)
+                m_atLeast[t - 1].insert(r);
+            m_gapCount[r] = gaps;
+            if (gaps > 0)
+                setHasGaps(r, true);
         }
         m_used.assign(m_rows, 0);
-        m_tables = std::move(tables);
-        m_critical.reserve(m_width);
-        m_keyStamp.assign(keys, -1);
+        m_critical.reserve(width);
+        m_swapColumns.assign(width, 0);
+        m_rowCompared.assign(words, 0);
+        m_criticalBits.assign(words, 0);
+        m_sharedBits.assign(words, 0);
     } catch (std::bad_alloc const&) {
         return false;
     }
@@ -169,7 +209,6 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
 
 void XCoverageSearch::setPresence(int key, bool present)
 {
-    m_present[key] = present;
     m_coverage += present ? 1 : -1;
     if (m_trackGaps)
         moveGaps(key, present);
@@ -178,62 +217,89 @@ void XCoverageSearch::setPresence(int key, bool present)
 void XCoverageSearch::moveGaps(int key, bool present)
 {
     m_gapPresent[key] = present;
-    const size_t width = size_t(m_width);
-    for (int o = m_occurrenceStart[key]; o < m_occurrenceStart[key + 1]; ++o) {
-        const int r = m_tables->occurrenceRow[o];
-        const int j = m_tables->occurrenceColumn[o];
-        int* gaps = &m_gaps[size_t(r) * width];
-        int* gapKeys = &m_gapKeys[size_t(r) * width];
-        int* slots = &m_gapSlot[size_t(r) * width];
+    uint32_t const* occurrences = m_tables->occurrences.data();
+    const int end = m_tables->occurrenceStart[size_t(key) + 1];
+    for (int o = m_tables->occurrenceStart[size_t(key)]; o < end; ++o) {
+        int r = 0;
+        int j = 0;
+        split(occurrences[o], r, j);
+        uint64_t& word = m_gapBits[size_t(r) * size_t(m_words) + size_t(j >> 6)];
+        const uint64_t bit = uint64_t(1) << (j & 63);
+        const int before = m_gapCount[r];
         if (present) {
-            const int slot = slots[j];
-            const int last = --m_missing[r];
-            if (last == 0)
-                m_gapRows[size_t(r) >> 6] &= ~(uint64_t(1) << (r & 63));
-            gaps[slot] = gaps[last];
-            gapKeys[slot] = gapKeys[last];
-            slots[gaps[slot]] = slot;
+            word &= ~bit;
+            gapCountChanged(r, before, --m_gapCount[r]);
         } else {
-            if (m_missing[r] == 0)
-                m_gapRows[size_t(r) >> 6] |= uint64_t(1) << (r & 63);
-            slots[j] = m_missing[r];
-            gapKeys[m_missing[r]] = key;
-            gaps[m_missing[r]++] = j;
+            word |= bit;
+            gapCountChanged(r, before, ++m_gapCount[r]);
         }
     }
 }
 
-void XCoverageSearch::setKey(int key, bool present, int count)
+// Keeps the row sets the candidate search walks in step with a row's number
+// of gaps. While the gaps are brought up to date in bulk the per-column sets
+// wait, so that a row passing through having no gap costs nothing.
+void XCoverageSearch::gapCountChanged(int row, int before, int after)
 {
-    const bool was = m_present[key];
-    if (m_journaling && m_keyStamp[key] != m_pass) {
-        m_keyStamp[key] = m_pass;
-        m_journal.push_back({key, was ? m_count[key] : INT_MIN});
+    if (after > before) {
+        if (after <= Levels)
+            m_atLeast[after - 1].insert(row);
+    } else if (before <= Levels) {
+        m_atLeast[before - 1].erase(row);
     }
-    if (was)
-        m_hash ^= keyHash(key, m_count[key]);
-    if (present)
-        m_hash ^= keyHash(key, count);
-    m_count[key] = count;
-    if (was != present)
-        setPresence(key, present);
+    if ((before == 0) == (after == 0))
+        return;
+    if (m_deferEmpty) {
+        if (m_touchedBefore[row] < 0) {
+            m_touchedBefore[row] = before > 0 ? 1 : 0;
+            m_touched.push_back(row);
+        }
+        return;
+    }
+    setHasGaps(row, after > 0);
+}
+
+void XCoverageSearch::setHasGaps(int row, bool has)
+{
+    uint64_t const* valid = &m_tables->valid[size_t(row) * size_t(m_words)];
+    for (int w = 0; w < m_words; ++w) {
+        uint64_t empty = ~valid[w] & columnRange(w, 1, m_width - 2);
+        while (empty) {
+            const int j = w * 64 + __builtin_ctzll(empty);
+            empty &= empty - 1;
+            if (has)
+                m_emptyWithGap[size_t(j)].insert(row);
+            else
+                m_emptyWithGap[size_t(j)].erase(row);
+        }
+    }
+}
+
+void XCoverageSearch::setKey(int key, int count)
+{
+    KeyState& state = m_keys[size_t(key)];
+    if (m_journaling && state.stamp != m_pass) {
+        state.stamp = m_pass;
+        m_journal.push_back({key, state.count});
+    }
+    const bool was = state.count != Absent;
+    state.count = count;
+    if (was != (count != Absent))
+        setPresence(key, count != Absent);
 }
 
 void XCoverageSearch::add(int key)
 {
-    setKey(key, true, m_present[key] ? m_count[key] + 1 : 1);
+    const int count = m_keys[size_t(key)].count;
+    setKey(key, count == Absent ? 1 : count + 1);
 }
 
 // Like a map's operator[] followed by a decrement: an absent key comes in
 // at -1; only reaching exactly 0 removes it.
 void XCoverageSearch::subtract(int key)
 {
-    if (!m_present[key])
-        setKey(key, true, -1);
-    else if (m_count[key] == 1)
-        setKey(key, false, 0);
-    else
-        setKey(key, true, m_count[key] - 1);
+    const int count = m_keys[size_t(key)].count;
+    setKey(key, count == Absent ? -1 : count == 1 ? Absent : count - 1);
 }
 
 void XCoverageSearch::setSample(int position, int row)
@@ -242,65 +308,256 @@ void XCoverageSearch::setSample(int position, int row)
         m_sampleStamp[position] = m_pass;
         m_journal.push_back({-1 - position, m_sample[position]});
     }
-    m_hash ^= sampleHash(position, m_sample[position]) ^ sampleHash(position, row);
     m_sample[position] = row;
-    m_indices[position] = m_rowNumber[row];
+    m_indices[position] = m_tables->rowNumber[row];
 }
 
-void XCoverageSearch::collectCritical(int const* row, int length)
+void XCoverageSearch::setRow(int row)
 {
-    m_critical.clear();
+    const int length = m_tables->length[row];
+    m_row = row;
+    m_rowCells = &m_tables->cells[size_t(row) * size_t(m_width)];
+    m_rowCritical = false;
+    uint64_t const* valid = &m_tables->valid[size_t(row) * size_t(m_words)];
+    for (int w = 0; w < m_words; ++w)
+        m_rowCompared[w] = valid[w] & columnRange(w, 1, length - 2);
+}
+
+// The sample row's compared columns whose allele the working map counts
+// exactly once, as a list and as bits, and those whose allele other rows
+// share in that column; only wanted once a candidate could gain.
+void XCoverageSearch::collectCritical()
+{
+    m_rowCritical = true;
+    const int length = m_tables->length[m_row];
+    std::fill(m_criticalBits.begin(), m_criticalBits.end(), 0);
+    std::fill(m_sharedBits.begin(), m_sharedBits.end(), 0);
+    m_critical.resize(size_t(std::max(length, 0)));
+    KeyState const* keys = m_keys.data();
+    uint8_t const* shared = m_tables->shared.data();
+    int* critical = m_critical.data();
+    int found = 0;
+    // Without branches: the pattern of critical columns is unpredictable.
+    // Only called with a candidate to try, so there is a key 0 to read.
     for (int j = 1; j <= length - 2; ++j) {
-        const int key = row[j];
-        // An absent key's count is 0.
-        if (key >= 0 && m_count[key] == 1)
-            m_critical.push_back(j);
+        const int cell = m_rowCells[j];
+        const int key = cell < 0 ? 0 : cell;
+        const uint64_t once = (cell >= 0) & (keys[key].count == 1);
+        critical[found] = j;
+        found += int(once);
+        m_criticalBits[size_t(j) >> 6] |= once << (j & 63);
+        m_sharedBits[size_t(j) >> 6] |= (once & shared[key]) << (j & 63);
     }
+    m_critical.resize(size_t(found));
 }
 
-int XCoverageSearch::nextGapRow(int from) const
+// What candidate c would gain in place of the sample row in hand, counted
+// as the search counts it.
+int XCoverageSearch::gain(int c) const
 {
-    if (from >= m_rows)
-        return INT_MAX;
-    size_t word = size_t(from) >> 6;
-    uint64_t bits = m_gapRows[word] & (~uint64_t(0) << (from & 63));
-    while (bits == 0) {
-        if (++word >= m_gapRows.size())
-            return INT_MAX;
-        bits = m_gapRows[word];
+    const size_t words = size_t(m_words);
+    uint64_t const* gapC = &m_gapBits[size_t(c) * words];
+    uint64_t const* gapRow = &m_gapBits[size_t(m_row) * words];
+    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    // A gap gains where the sample row holds another allele in that column;
+    // it can hold the same one only if that one is absent too.
+    int gain = 0;
+    for (size_t w = 0; w < words; ++w) {
+        const uint64_t gaining = gapC[w] & m_rowCompared[w];
+        if (!gaining)
+            continue;
+        gain += popcount(gaining);
+        uint64_t both = gaining & gapRow[w];
+        while (both) {
+            const int j = int(w * 64) + __builtin_ctzll(both);
+            both &= both - 1;
+            if (cells[j] == m_rowCells[j])
+                --gain;
+        }
     }
-    return int(word * 64 + size_t(__builtin_ctzll(bits)));
+    return gain;
 }
 
-// Brings the gap lists from the presence they last followed to the working
+// Whether candidate c gains more alleles than it loses.
+bool XCoverageSearch::gains(int c) const
+{
+    const int gained = gain(c);
+    if (gained == 0)
+        return false;
+    // A critical allele is lost wherever the candidate holds another one;
+    // only an allele other rows share can be held by the candidate too.
+    const size_t words = size_t(m_words);
+    uint64_t const* valid = &m_tables->valid[size_t(c) * words];
+    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    int loss = 0;
+    for (size_t w = 0; w < words; ++w) {
+        const uint64_t losing = m_criticalBits[w] & valid[w];
+        if (!losing)
+            continue;
+        loss += popcount(losing);
+        uint64_t shared = losing & m_sharedBits[w];
+        while (shared) {
+            const int j = int(w * 64) + __builtin_ctzll(shared);
+            shared &= shared - 1;
+            if (cells[j] == m_rowCells[j])
+                --loss;
+        }
+    }
+    return loss < gained;
+}
+
+// The first candidate from `from` on that gains more than it loses against
+// the sample row in hand, in matrix order: -1 when the search was stopped,
+// INT_MAX when there is none.
+//
+// A candidate with g gaps gains at most g, so it loses fewer than g: it is
+// empty or holds the same allele in all but g - 1 of the critical columns.
+// Taking q critical columns, a candidate with at most q gaps is therefore
+// empty or equal in one of them, and any other has more than q gaps. The q
+// columns, and q itself, are chosen to give the fewest rows to try.
+int XCoverageSearch::nextSwap(int from)
+{
+    const int last = m_rows - 2;
+    // Rows before the first that could gain are no candidates whatever the
+    // losses; often there is none, and the critical columns are not needed.
+    XRowSet const& withGaps = m_atLeast[0];
+    for (from = withGaps.next(from); from <= last; from = withGaps.next(from + 1)) {
+        if ((++m_scanned & 255) == 0 && halted())
+            return -1;
+        if (gain(from) > 0)
+            break;
+    }
+    if (from > last)
+        return INT_MAX;
+    if (!m_rowCritical)
+        collectCritical();
+    const int critical = int(m_critical.size());
+    int q = 0;
+    long fewest = m_atLeast[0].count();
+    if (critical > 0) {
+        m_order.clear();
+        for (int j : m_critical) {
+            const int shared = occurrenceCount(m_rowCells[j]);
+            m_order.emplace_back(
+                long(m_emptyWithGap[size_t(j)].count()) + (shared > 1 ? shared : 0), j);
+        }
+        const int most = std::min(critical, int(Levels) - 1);
+        std::partial_sort(m_order.begin(), m_order.begin() + most, m_order.end());
+        long sum = 0;
+        for (int i = 1; i <= most; ++i) {
+            sum += m_order[size_t(i) - 1].first;
+            const long rows = sum + m_atLeast[size_t(i)].count();
+            if (rows < fewest) {
+                fewest = rows;
+                q = i;
+            }
+        }
+    }
+
+    // The streams of rows to try, each in ascending order: the rows with
+    // more than q gaps, and per chosen column the rows with gaps empty
+    // there and those holding the same allele there.
+    struct Stream
+    {
+        int head;
+        XRowSet const* set;
+        int column; // same-allele streams: the column; else -1
+        int at;
+        int end;
+    };
+    Stream streams[2 * Levels];
+    int count = 0;
+    uint32_t const* occurrences = m_tables->occurrences.data();
+    auto nextSame = [&](Stream& s) {
+        for (; s.at < s.end; ++s.at) {
+            int r = 0;
+            int j = 0;
+            split(occurrences[s.at], r, j);
+            if (j == s.column && m_gapCount[r] > 0)
+                return r;
+        }
+        return INT_MAX;
+    };
+    XRowSet const& many = m_atLeast[size_t(q)];
+    streams[count++] = {many.next(from), &many, -1, 0, 0};
+    for (int i = 0; i < q; ++i) {
+        const int j = m_order[size_t(i)].second;
+        XRowSet const& empty = m_emptyWithGap[size_t(j)];
+        streams[count++] = {empty.next(from), &empty, -1, 0, 0};
+        const int key = m_rowCells[j];
+        if (occurrenceCount(key) > 1) {
+            uint32_t const* begin = occurrences + m_tables->occurrenceStart[size_t(key)];
+            uint32_t const* end = occurrences + m_tables->occurrenceStart[size_t(key) + 1];
+            const uint32_t first = uint32_t(size_t(from) * size_t(m_width));
+            Stream same{0, nullptr, j, int(std::lower_bound(begin, end, first) - occurrences),
+                        int(end - occurrences)};
+            same.head = nextSame(same);
+            streams[count++] = same;
+        }
+    }
+    int checked = -1;
+    for (;;) {
+        int c = INT_MAX;
+        for (int i = 0; i < count; ++i)
+            c = std::min(c, streams[i].head);
+        if (c > last)
+            return INT_MAX;
+        if (c != checked) {
+            // One sample position may try many rows; on the largest tables
+            // that alone is too long to wait for after a stop.
+            if ((++m_scanned & 255) == 0 && halted())
+                return -1;
+            if (gains(c))
+                return c;
+            checked = c;
+        }
+        for (int i = 0; i < count; ++i) {
+            Stream& s = streams[i];
+            if (s.head != c)
+                continue;
+            if (s.set) {
+                s.head = s.set->next(c + 1);
+            } else {
+                ++s.at;
+                s.head = nextSame(s);
+            }
+        }
+    }
+}
+
+// Brings the gaps from the presence they last followed to the working
 // map's: only the keys that differ cost anything, and between attempts of
 // one size most keys stay as they were.
 void XCoverageSearch::syncGaps()
 {
     m_trackGaps = true;
-    for (size_t key = 0; key < m_present.size(); ++key) {
-        if (m_present[key] != m_gapPresent[key])
-            moveGaps(int(key), m_present[key]);
+    m_deferEmpty = true;
+    for (size_t key = 0; key < m_keys.size(); ++key) {
+        const bool present = m_keys[key].count != Absent;
+        if (present != bool(m_gapPresent[key]))
+            moveGaps(int(key), present);
     }
+    m_deferEmpty = false;
+    for (int row : m_touched) {
+        const bool has = m_gapCount[row] > 0;
+        if (m_touchedBefore[row] != int8_t(has))
+            setHasGaps(row, has);
+        m_touchedBefore[row] = -1;
+    }
+    m_touched.clear();
 }
 
 void XCoverageSearch::attempt(int k, XRandom& random)
 {
     const int n = m_rows;
     const size_t width = size_t(m_width);
-    int const* columns = m_tables->columns.data();
+    Tables const& tables = *m_tables;
     m_trackGaps = false;
     m_journaling = false;
-    m_count = m_startCount;
-    m_present = m_startPresent;
-    m_coverage = 0;
-    for (uint8_t p : m_present)
-        m_coverage += p;
     m_hash = 0;
     std::fill(m_used.begin(), m_used.end(), 0);
     m_sample.clear();
     m_indices.clear();
-
     for (int d = 0; d < k; ++d) {
         const int r = random.next();
         // r * n / 2^31 in extended precision; exact for any realistic n.
@@ -312,30 +569,51 @@ void XCoverageSearch::attempt(int k, XRandom& random)
         m_used[i] = 1;
         m_hash ^= sampleHash(d, i);
         m_sample.push_back(i);
-        m_indices << m_rowNumber[i];
-        // Nothing watches the map yet: count directly, hash once after.
-        int const* cells = &m_tables->cells[size_t(i) * width];
-        for (int j = 1; j < m_length[i]; ++j) {
-            const int key = cells[j];
-            if (key < 0)
-                continue;
-            if (m_present[key]) {
-                ++m_count[key];
-            } else {
-                m_present[key] = 1;
-                m_count[key] = 1;
-                ++m_coverage;
+        m_indices << tables.rowNumber[i];
+    }
+    // The working map counts the starting collection and every cell of the
+    // sample. With more than half of the rows drawn, the whole table less the
+    // rows left out is counted instead: fewer cells.
+    const bool complement = 2 * k > n;
+    for (size_t key = 0; key < m_keys.size(); ++key) {
+        const int start = tables.startCount[key];
+        m_keys[key].count =
+            complement ? (start == Absent ? 0 : start) + tables.fullCount[key] : start;
+    }
+    for (int i = 0; i < n; ++i) {
+        if (bool(m_used[i]) == complement)
+            continue;
+        int const* cells = &tables.cells[size_t(i) * width];
+        const int length = tables.length[i];
+        if (complement) {
+            for (int j = 1; j < length; ++j) {
+                if (cells[j] >= 0)
+                    --m_keys[size_t(cells[j])].count;
+            }
+        } else {
+            for (int j = 1; j < length; ++j) {
+                if (cells[j] < 0)
+                    continue;
+                int& count = m_keys[size_t(cells[j])].count;
+                count = count == Absent ? 1 : count + 1;
             }
         }
     }
-    for (size_t key = 0; key < m_count.size(); ++key) {
-        if (m_present[key])
-            m_hash ^= keyHash(int(key), m_count[key]);
+    m_coverage = 0;
+    for (size_t key = 0; key < m_keys.size(); ++key) {
+        int& count = m_keys[key].count;
+        if (complement && count == 0)
+            count = Absent;
+        m_coverage += count != Absent;
     }
 
     const int s = int(m_sample.size());
     if (s < 2)
         return;
+    for (size_t key = 0; key < m_keys.size(); ++key) {
+        if (m_keys[key].count != Absent)
+            m_hash ^= keyHash(int(key), m_keys[key].count);
+    }
     syncGaps();
     // The passes depend only on the sample and the working map; a pass that
     // ends in a state seen before would make them repeat forever.
@@ -344,62 +622,66 @@ void XCoverageSearch::attempt(int k, XRandom& random)
     m_sampleStamp.assign(s, -1);
     m_journaling = true;
     rememberState();
-    unsigned scanned = 0;
     bool swapped = true;
     while (swapped) {
         swapped = false;
         for (int a = 0; a <= s - 2; ++a) {
             if (halted())
                 return;
-            int const* row = &m_tables->cells[size_t(m_sample[a]) * width];
-            int length = m_length[m_sample[a]];
-            collectCritical(row, length);
-            // Candidates in ascending order, only rows with gaps; a swap
-            // changes which rows have gaps, so the word is read again.
-            for (int c = nextGapRow(0); c <= n - 2; c = nextGapRow(c + 1)) {
-                // One sample position scans every candidate; on the largest
-                // tables that alone is too long to wait for after a stop.
-                if ((++scanned & 255) == 0 && halted())
+            setRow(m_sample[a]);
+            // Candidates in ascending order; after a swap the scan goes on
+            // from the next one against the new row.
+            for (int c = nextSwap(0); c <= n - 2; c = nextSwap(c + 1)) {
+                if (c < 0)
                     return;
-                const int missing = m_missing[c];
-                int const* gaps = &m_gaps[size_t(c) * width];
-                int const* gapKeys = &m_gapKeys[size_t(c) * width];
-                // A gap's allele is absent, so it gains wherever the sample
-                // row has a different allele in that column.
-                int gain = 0;
-                for (int g = 0; g < missing; ++g) {
-                    const int j = gaps[g];
-                    const int ks = row[j];
-                    if (j <= length - 2 && ks >= 0 && ks != gapKeys[g])
-                        ++gain;
-                }
-                if (gain == 0)
-                    continue;
-                // Column by column, neighbouring candidates share cache lines.
-                int loss = 0;
-                for (int j : m_critical) {
-                    const int kc = columns[size_t(j) * size_t(n) + size_t(c)];
-                    if (kc >= 0 && kc != row[j] && ++loss >= gain)
-                        break;
-                }
-                if (loss >= gain)
-                    continue;
-                int const* cand = &m_tables->cells[size_t(c) * width];
-                // Columns in ascending order; in each, the candidate's allele
-                // goes in before the removed row's comes out.
+                int const* row = m_rowCells;
+                const int length = tables.length[m_row];
+                int const* cand = &tables.cells[size_t(c) * width];
+                KeyState* keys = m_keys.data();
+                // The columns that change, found without branches (which
+                // ones do is unpredictable), then their keys updated.
+                int changed = 0;
                 for (int j = 1; j <= length - 2; ++j) {
                     const int kc = cand[j];
                     const int ks = row[j];
-                    if (kc >= 0 && ks >= 0 && kc != ks) {
-                        add(kc);
-                        subtract(ks);
+                    m_swapColumns[size_t(changed)] = j;
+                    changed += (kc >= 0) & (ks >= 0) & (kc != ks);
+                }
+                // Columns in ascending order; in each, the candidate's allele
+                // goes in before the removed row's comes out.
+                for (int i = 0; i < changed; ++i) {
+                    const int j = m_swapColumns[size_t(i)];
+                    const int kc = cand[j];
+                    const int ks = row[j];
+                    KeyState& in = keys[kc];
+                    if (in.stamp != m_pass) {
+                        in.stamp = m_pass;
+                        m_journal.push_back({kc, in.count});
+                    }
+                    if (in.count == Absent) {
+                        in.count = 1;
+                        setPresence(kc, true);
+                    } else {
+                        ++in.count;
+                    }
+                    KeyState& out = keys[ks];
+                    if (out.stamp != m_pass) {
+                        out.stamp = m_pass;
+                        m_journal.push_back({ks, out.count});
+                    }
+                    if (out.count == Absent) {
+                        out.count = -1;
+                        setPresence(ks, true);
+                    } else if (out.count == 1) {
+                        out.count = Absent;
+                        setPresence(ks, false);
+                    } else {
+                        --out.count;
                     }
                 }
                 setSample(a, c);
                 swapped = true;
-                row = cand;
-                length = m_length[c];
-                collectCritical(row, length);
+                setRow(c);
             }
         }
         if (swapped && !rememberState())
@@ -409,6 +691,23 @@ void XCoverageSearch::attempt(int k, XRandom& random)
 
 bool XCoverageSearch::rememberState()
 {
+    // The hash follows the values the journal holds from before this pass:
+    // one update per key or position changed, however often it changed.
+    const size_t from = m_history.empty() ? 0 : m_history.back().second;
+    for (size_t e = from; e < m_journal.size(); ++e) {
+        Change const& change = m_journal[e];
+        if (change.what >= 0) {
+            const int key = change.what;
+            if (change.before != Absent)
+                m_hash ^= keyHash(key, change.before);
+            if (m_keys[size_t(key)].count != Absent)
+                m_hash ^= keyHash(key, m_keys[size_t(key)].count);
+        } else {
+            const int position = -1 - change.what;
+            m_hash ^=
+                sampleHash(position, change.before) ^ sampleHash(position, m_sample[position]);
+        }
+    }
     for (auto const& earlier : m_history) {
         if (earlier.first == m_hash) {
             if (sameAsEarlier())
@@ -425,10 +724,10 @@ bool XCoverageSearch::rememberState()
 // one and compares those whose hash matches: exact, whatever the hash does.
 bool XCoverageSearch::sameAsEarlier()
 {
-    const size_t keys = m_count.size();
+    const size_t keys = m_keys.size();
     m_scratchValue.resize(keys);
     for (size_t key = 0; key < keys; ++key)
-        m_scratchValue[key] = m_present[key] ? m_count[key] : INT_MIN;
+        m_scratchValue[key] = m_keys[key].count;
     m_scratchSample = m_sample;
     size_t undone = m_journal.size();
     for (size_t h = m_history.size(); h-- > 0;) {
@@ -443,7 +742,7 @@ bool XCoverageSearch::sameAsEarlier()
             continue;
         bool same = true;
         for (size_t key = 0; key < keys && same; ++key)
-            same = m_scratchValue[key] == (m_present[key] ? m_count[key] : INT_MIN);
+            same = m_scratchValue[key] == m_keys[key].count;
         if (same)
             return true;
     }
@@ -473,8 +772,9 @@ bool XCoverageSearch::search(int k, int iterations, int total, XRandom& random,
                 m_bestIndices = m_indices;
                 m_bestSample = m_sample;
                 if (keepMap) {
-                    m_bestCount = m_count;
-                    m_bestPresent = m_present;
+                    m_bestCount.resize(m_keys.size());
+                    for (size_t key = 0; key < m_keys.size(); ++key)
+                        m_bestCount[key] = m_keys[key].count;
                 }
             }
         }
@@ -487,10 +787,12 @@ bool XCoverageSearch::search(int k, int iterations, int total, XRandom& random,
 XCoverageSearch::AlleleMap XCoverageSearch::bestMap() const
 {
     AlleleMap map;
-    for (size_t key = 0; key < m_bestPresent.size(); ++key) {
-        if (m_bestPresent[key])
-            map.insert(qMakePair(m_markerNames.at(m_keyMarker[key]), m_keyValue[key]),
-                       m_bestCount[key]);
+    Tables const& tables = *m_tables;
+    for (size_t key = 0; key < m_bestCount.size(); ++key) {
+        if (m_bestCount[key] != Absent)
+            map.insert(
+                qMakePair(tables.markerNames.at(tables.keyMarker[key]), tables.keyValue[key]),
+                m_bestCount[key]);
     }
     return map;
 }
