@@ -166,11 +166,14 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                     ++tables->fullCount[size_t(cells[j])];
             }
         }
-        tables->shared.assign(keys, 0);
-        for (int key = 0; key < keys; ++key)
-            tables->shared[size_t(key)] =
-                tables->occurrenceStart[key + 1] - tables->occurrenceStart[key] > 1;
         m_keys.assign(keys, KeyState());
+        // Entry 0 stands for "no allele", so that a cell of -1 reads flags.
+        m_keyFlags.assign(size_t(keys) + 1, 0);
+        for (int key = 0; key < keys; ++key) {
+            const int cells = tables->occurrenceStart[key + 1] - tables->occurrenceStart[key];
+            m_keyFlags[size_t(key) + 1] =
+                uint8_t((cells > 1 ? Shared : 0) | (cells > FewCells ? Common : 0));
+        }
         // Every key starts absent, so every compared allele is a gap.
         m_gapBits = tables->valid;
         m_gapCount.assign(m_rows, 0);
@@ -178,9 +181,31 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_atLeast.assign(Levels, XRowSet());
         for (XRowSet& set : m_atLeast)
             set.resize(m_rows);
-        m_emptyWithGap.assign(width, XRowSet());
-        for (int j = 1; j <= lastCompared; ++j)
-            m_emptyWithGap[size_t(j)].resize(m_rows);
+        // Which rows are empty in a column: on a tall table kept per column
+        // for the rows with gaps, as rows come and go; on a wide one, where a
+        // row has many empty columns to keep and few words of rows, fixed.
+        m_keepEmpty = m_rows > 16 * m_width;
+        m_rowWords = (m_rows + 63) / 64;
+        m_emptyWithGap.clear();
+        tables->emptyCount.assign(width, 0);
+        if (m_keepEmpty) {
+            m_emptyWithGap.assign(width, XRowSet());
+            for (int j = 1; j <= lastCompared; ++j)
+                m_emptyWithGap[size_t(j)].resize(m_rows);
+        } else {
+            tables->emptyRows.assign(width * size_t(m_rowWords), 0);
+        }
+        for (int r = 0; r < m_rows; ++r) {
+            int const* cells = &tables->cells[size_t(r) * width];
+            for (int j = 1; j <= lastCompared; ++j) {
+                if (cells[j] >= 0)
+                    continue;
+                ++tables->emptyCount[size_t(j)];
+                if (!m_keepEmpty)
+                    tables->emptyRows[size_t(j) * size_t(m_rowWords) + size_t(r >> 6)] |=
+                        uint64_t(1) << (r & 63);
+            }
+        }
         m_touchedBefore.assign(m_rows, -1);
         m_touched.clear();
         m_deferEmpty = false;
@@ -192,15 +217,16 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
             for (int t = 1; t <= std::min(gaps, int(Levels)); ++t)
                 m_atLeast[t - 1].insert(r);
             m_gapCount[r] = gaps;
-            if (gaps > 0)
+            if (gaps > 0 && m_keepEmpty)
                 setHasGaps(r, true);
         }
         m_used.assign(m_rows, 0);
         m_critical.reserve(width);
         m_swapColumns.assign(width, 0);
         m_rowCompared.assign(words, 0);
-        m_criticalBits.assign(words, 0);
-        m_sharedBits.assign(words, 0);
+        m_lostBits.assign(words, 0);
+        m_matches.assign(size_t(m_rows), 0);
+        m_matchedRows.clear();
     } catch (std::bad_alloc const&) {
         return false;
     }
@@ -247,7 +273,7 @@ void XCoverageSearch::gapCountChanged(int row, int before, int after)
     } else if (before <= Levels) {
         m_atLeast[before - 1].erase(row);
     }
-    if ((before == 0) == (after == 0))
+    if ((before == 0) == (after == 0) || !m_keepEmpty)
         return;
     if (m_deferEmpty) {
         if (m_touchedBefore[row] < 0) {
@@ -273,33 +299,6 @@ void XCoverageSearch::setHasGaps(int row, bool has)
                 m_emptyWithGap[size_t(j)].erase(row);
         }
     }
-}
-
-void XCoverageSearch::setKey(int key, int count)
-{
-    KeyState& state = m_keys[size_t(key)];
-    if (m_journaling && state.stamp != m_pass) {
-        state.stamp = m_pass;
-        m_journal.push_back({key, state.count});
-    }
-    const bool was = state.count != Absent;
-    state.count = count;
-    if (was != (count != Absent))
-        setPresence(key, count != Absent);
-}
-
-void XCoverageSearch::add(int key)
-{
-    const int count = m_keys[size_t(key)].count;
-    setKey(key, count == Absent ? 1 : count + 1);
-}
-
-// Like a map's operator[] followed by a decrement: an absent key comes in
-// at -1; only reaching exactly 0 removes it.
-void XCoverageSearch::subtract(int key)
-{
-    const int count = m_keys[size_t(key)].count;
-    setKey(key, count == Absent ? -1 : count == 1 ? Absent : count - 1);
 }
 
 void XCoverageSearch::setSample(int position, int row)
@@ -330,25 +329,55 @@ void XCoverageSearch::collectCritical()
 {
     m_rowCritical = true;
     const int length = m_tables->length[m_row];
-    std::fill(m_criticalBits.begin(), m_criticalBits.end(), 0);
-    std::fill(m_sharedBits.begin(), m_sharedBits.end(), 0);
+    for (int row : m_matchedRows)
+        m_matches[size_t(row)] = 0;
+    m_matchedRows.clear();
     m_critical.resize(size_t(std::max(length, 0)));
-    KeyState const* keys = m_keys.data();
-    uint8_t const* shared = m_tables->shared.data();
+    m_sharedCritical.resize(size_t(std::max(length, 0)));
+    uint8_t const* flags = m_keyFlags.data() + 1;
     int* critical = m_critical.data();
+    int* sharedCritical = m_sharedCritical.data();
     int found = 0;
+    int shared = 0;
     // Without branches: the pattern of critical columns is unpredictable.
-    // Only called with a candidate to try, so there is a key 0 to read.
-    for (int j = 1; j <= length - 2; ++j) {
-        const int cell = m_rowCells[j];
-        const int key = cell < 0 ? 0 : cell;
-        const uint64_t once = (cell >= 0) & (keys[key].count == 1);
-        critical[found] = j;
-        found += int(once);
-        m_criticalBits[size_t(j) >> 6] |= once << (j & 63);
-        m_sharedBits[size_t(j) >> 6] |= (once & shared[key]) << (j & 63);
+    for (int w = 0; w < m_words; ++w) {
+        const int first = std::max(w * 64, 1);
+        const int last = std::min(w * 64 + 63, length - 2);
+        uint64_t lost = 0;
+        for (int j = first; j <= last; ++j) {
+            const int cell = m_rowCells[j];
+            const unsigned flag = flags[cell];
+            const unsigned once = flag & Once;
+            const unsigned common = once & (flag >> 2);
+            critical[found] = j;
+            found += int(once);
+            sharedCritical[shared] = j;
+            shared += int(common);
+            lost |= uint64_t(once & ~common) << (j & 63);
+        }
+        m_lostBits[size_t(w)] = lost;
     }
     m_critical.resize(size_t(found));
+    m_sharedCritical.resize(size_t(shared));
+    // The rows that hold a critical allele found in few cells lose nothing
+    // in that column: counted per row here, so that a candidate's losses
+    // are its bits less its matches.
+    uint32_t const* occurrences = m_tables->occurrences.data();
+    for (int j : m_critical) {
+        const int key = m_rowCells[j];
+        if ((flags[key] & (Shared | Common)) != Shared)
+            continue;
+        const int end = m_tables->occurrenceStart[size_t(key) + 1];
+        for (int o = m_tables->occurrenceStart[size_t(key)]; o < end; ++o) {
+            int r = 0;
+            int column = 0;
+            split(occurrences[o], r, column);
+            if (column != j)
+                continue;
+            if (m_matches[size_t(r)]++ == 0)
+                m_matchedRows.push_back(r);
+        }
+    }
 }
 
 // What candidate c would gain in place of the sample row in hand, counted
@@ -378,32 +407,28 @@ int XCoverageSearch::gain(int c) const
     return gain;
 }
 
-// Whether candidate c gains more alleles than it loses.
+// Whether candidate c gains more alleles than it loses. It gains at most
+// its number of gaps, so the losses are counted first, up to that.
 bool XCoverageSearch::gains(int c) const
 {
-    const int gained = gain(c);
-    if (gained == 0)
-        return false;
-    // A critical allele is lost wherever the candidate holds another one;
-    // only an allele other rows share can be held by the candidate too.
-    const size_t words = size_t(m_words);
-    uint64_t const* valid = &m_tables->valid[size_t(c) * words];
-    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    const int most = m_gapCount[c];
+    uint64_t const* valid = &m_tables->valid[size_t(c) * size_t(m_words)];
+    // A critical allele is lost wherever the candidate holds another one:
+    // any allele, but for the few rows that share it.
+    const int limit = most + m_matches[size_t(c)];
     int loss = 0;
-    for (size_t w = 0; w < words; ++w) {
-        const uint64_t losing = m_criticalBits[w] & valid[w];
-        if (!losing)
-            continue;
-        loss += popcount(losing);
-        uint64_t shared = losing & m_sharedBits[w];
-        while (shared) {
-            const int j = int(w * 64) + __builtin_ctzll(shared);
-            shared &= shared - 1;
-            if (cells[j] == m_rowCells[j])
-                --loss;
-        }
+    for (int w = 0; w < m_words && loss < limit; ++w)
+        loss += popcount(m_lostBits[size_t(w)] & valid[w]);
+    if (loss >= limit)
+        return false;
+    loss -= m_matches[size_t(c)];
+    // Alleles held in many cells: compared.
+    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    for (int j : m_sharedCritical) {
+        if (((valid[j >> 6] >> (j & 63)) & 1) && cells[j] != m_rowCells[j] && ++loss >= most)
+            return false;
     }
-    return loss < gained;
+    return loss < gain(c);
 }
 
 // The first candidate from `from` on that gains more than it loses against
@@ -438,8 +463,9 @@ int XCoverageSearch::nextSwap(int from)
         m_order.clear();
         for (int j : m_critical) {
             const int shared = occurrenceCount(m_rowCells[j]);
-            m_order.emplace_back(
-                long(m_emptyWithGap[size_t(j)].count()) + (shared > 1 ? shared : 0), j);
+            const long empty =
+                m_keepEmpty ? m_emptyWithGap[size_t(j)].count() : m_tables->emptyCount[size_t(j)];
+            m_order.emplace_back(empty + (shared > 1 ? shared : 0), j);
         }
         const int most = std::min(critical, int(Levels) - 1);
         std::partial_sort(m_order.begin(), m_order.begin() + most, m_order.end());
@@ -460,8 +486,9 @@ int XCoverageSearch::nextSwap(int from)
     struct Stream
     {
         int head;
-        XRowSet const* set;
-        int column; // same-allele streams: the column; else -1
+        XRowSet const* set;   // null for a same-allele stream
+        uint64_t const* mask; // rows of the set that are also in this
+        int column;           // same-allele streams: the column
         int at;
         int end;
     };
@@ -479,17 +506,26 @@ int XCoverageSearch::nextSwap(int from)
         return INT_MAX;
     };
     XRowSet const& many = m_atLeast[size_t(q)];
-    streams[count++] = {many.next(from), &many, -1, 0, 0};
+    streams[count++] = {many.next(from), &many, nullptr, -1, 0, 0};
     for (int i = 0; i < q; ++i) {
         const int j = m_order[size_t(i)].second;
-        XRowSet const& empty = m_emptyWithGap[size_t(j)];
-        streams[count++] = {empty.next(from), &empty, -1, 0, 0};
+        if (m_keepEmpty) {
+            XRowSet const& empty = m_emptyWithGap[size_t(j)];
+            streams[count++] = {empty.next(from), &empty, nullptr, -1, 0, 0};
+        } else {
+            uint64_t const* empty = &m_tables->emptyRows[size_t(j) * size_t(m_rowWords)];
+            streams[count++] = {m_atLeast[0].nextAlso(from, empty), &m_atLeast[0], empty, -1, 0, 0};
+        }
         const int key = m_rowCells[j];
         if (occurrenceCount(key) > 1) {
             uint32_t const* begin = occurrences + m_tables->occurrenceStart[size_t(key)];
             uint32_t const* end = occurrences + m_tables->occurrenceStart[size_t(key) + 1];
             const uint32_t first = uint32_t(size_t(from) * size_t(m_width));
-            Stream same{0, nullptr, j, int(std::lower_bound(begin, end, first) - occurrences),
+            Stream same{0,
+                        nullptr,
+                        nullptr,
+                        j,
+                        int(std::lower_bound(begin, end, first) - occurrences),
                         int(end - occurrences)};
             same.head = nextSame(same);
             streams[count++] = same;
@@ -515,7 +551,9 @@ int XCoverageSearch::nextSwap(int from)
             Stream& s = streams[i];
             if (s.head != c)
                 continue;
-            if (s.set) {
+            if (s.mask) {
+                s.head = s.set->nextAlso(c + 1, s.mask);
+            } else if (s.set) {
                 s.head = s.set->next(c + 1);
             } else {
                 ++s.at;
@@ -605,6 +643,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
         if (complement && count == 0)
             count = Absent;
         m_coverage += count != Absent;
+        m_keyFlags[key + 1] = uint8_t((m_keyFlags[key + 1] & ~Once) | (count == 1 ? Once : 0));
     }
 
     const int s = int(m_sample.size());
@@ -638,6 +677,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                 const int length = tables.length[m_row];
                 int const* cand = &tables.cells[size_t(c) * width];
                 KeyState* keys = m_keys.data();
+                uint8_t* flags = m_keyFlags.data() + 1;
                 // The columns that change, found without branches (which
                 // ones do is unpredictable), then their keys updated.
                 int changed = 0;
@@ -664,6 +704,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         ++in.count;
                     }
+                    flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
                     KeyState& out = keys[ks];
                     if (out.stamp != m_pass) {
                         out.stamp = m_pass;
@@ -678,6 +719,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         --out.count;
                     }
+                    flags[ks] = uint8_t((flags[ks] & ~Once) | (out.count == 1 ? Once : 0));
                 }
                 setSample(a, c);
                 swapped = true;

@@ -83,15 +83,15 @@ private:
         int startCoverage = 0;
         std::vector<int> fullCount; // per key, its cells in the whole table
         std::vector<uint64_t> keyRandom;
-        std::vector<uint8_t> shared; // per key: it occurs more than once
+        // Per compared column, its rows without an allele: how many, and (on
+        // a wide table) a bit per row.
+        std::vector<int> emptyCount;
+        std::vector<uint64_t> emptyRows;
     };
 
     // Gap counts up to this many are told apart; rows with more share the last set.
     static constexpr int Levels = 16;
 
-    void setKey(int key, int count);
-    void add(int key);
-    void subtract(int key);
     void setPresence(int key, bool present);
     void setRow(int row);
     void collectCritical();
@@ -145,6 +145,12 @@ private:
         int stamp = -1;
     };
     std::vector<KeyState> m_keys;
+    // Per key, compactly for the scans: whether the map counts it once,
+    // whether it occurs in more than one compared cell of the table, and in
+    // more than FewCells.
+    enum KeyFlag : uint8_t { Once = 1, Shared = 2, Common = 4 };
+    static constexpr int FewCells = 32;
+    std::vector<uint8_t> m_keyFlags;
     int m_coverage = 0;
 
     // The gaps: per row a bit per compared column whose key the working map
@@ -156,7 +162,10 @@ private:
     bool m_trackGaps = false;
     // m_atLeast[t - 1]: the rows with at least t gaps, t = 1 .. Levels.
     std::vector<XRowSet> m_atLeast;
-    // Per compared column, the rows with a gap that hold no allele there.
+    // Per compared column, the rows with a gap that hold no allele there;
+    // kept only on a tall table.
+    bool m_keepEmpty = false;
+    int m_rowWords = 0;
     std::vector<XRowSet> m_emptyWithGap;
     // While the gaps are brought up to date in bulk, the rows whose
     // having-gaps may have changed, with what it was before.
@@ -170,15 +179,19 @@ private:
 
     // The sample row at the position being improved: its cells, its
     // compared columns with an allele, its critical columns (allele held
-    // once) as a list and as bits, and those of them whose allele other rows
-    // share in that column.
+    // once), those of them whose allele occurs in many cells, and the others
+    // as bits.
     int m_row = -1;
     int const* m_rowCells = nullptr;
     bool m_rowCritical = false;
     std::vector<int> m_critical;
+    std::vector<int> m_sharedCritical;
+    // Per row, the critical columns where it holds the sample row's allele,
+    // for alleles found in few cells; and the rows with any.
+    std::vector<int> m_matches;
+    std::vector<int> m_matchedRows;
     std::vector<uint64_t> m_rowCompared;
-    std::vector<uint64_t> m_criticalBits;
-    std::vector<uint64_t> m_sharedBits;
+    std::vector<uint64_t> m_lostBits;
     std::vector<std::pair<long, int>> m_order;
     std::vector<int> m_swapColumns;
     unsigned m_scanned = 0;

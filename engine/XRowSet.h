@@ -70,6 +70,20 @@ public:
         return int(w * 64 + std::size_t(__builtin_ctzll(m_words[w])));
     }
 
+    // The first member from `from` on whose bit is set in `mask` too, a bit
+    // array laid out as this set's words.
+    int nextAlso(int from, uint64_t const* mask) const
+    {
+        for (int row = next(from); row != INT_MAX;) {
+            const std::size_t w = std::size_t(row) >> 6;
+            const uint64_t bits = m_words[w] & mask[w] & (~uint64_t(0) << (row & 63));
+            if (bits)
+                return int(w * 64 + std::size_t(__builtin_ctzll(bits)));
+            row = next(int((w + 1) * 64));
+        }
+        return INT_MAX;
+    }
+
 private:
     std::vector<uint64_t> m_words;
     std::vector<uint64_t> m_summary; // bit per word: the word is not empty
