@@ -223,6 +223,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_used.assign(m_rows, 0);
         m_critical.reserve(width);
         m_swapColumns.assign(width, 0);
+        m_onceColumns.assign(width, 0);
         m_rowCompared.assign(words, 0);
         m_lostBits.assign(words, 0);
         m_matches.assign(size_t(m_rows), 0);
@@ -317,55 +318,53 @@ void XCoverageSearch::setRow(int row)
     m_row = row;
     m_rowCells = &m_tables->cells[size_t(row) * size_t(m_width)];
     m_rowCritical = false;
+    m_rowSomeCritical = false;
     uint64_t const* valid = &m_tables->valid[size_t(row) * size_t(m_words)];
     for (int w = 0; w < m_words; ++w)
         m_rowCompared[w] = valid[w] & columnRange(w, 1, length - 2);
 }
 
 // The sample row's compared columns whose allele the working map counts
-// exactly once, as a list and as bits, and those whose allele other rows
-// share in that column; only wanted once a candidate could gain.
+// exactly once; only wanted once a candidate could gain.
 void XCoverageSearch::collectCritical()
 {
-    m_rowCritical = true;
     const int length = m_tables->length[m_row];
+    m_critical.resize(size_t(std::max(length, 0)));
+    uint8_t const* flags = m_keyFlags.data() + 1;
+    int* critical = m_critical.data();
+    int found = 0;
+    // Without branches: the pattern of critical columns is unpredictable.
+    for (int j = 1; j <= length - 2; ++j) {
+        critical[found] = j;
+        found += int(flags[m_rowCells[j]] & Once);
+    }
+    m_critical.resize(size_t(found));
+    prepareCritical(false);
+}
+
+// From the critical columns in hand, all of them or only some: those whose
+// allele many cells hold, the others as bits, and per row how many of the
+// others it holds too, so that a candidate's losses are its bits less its
+// matches. With only some, the losses counted are a lower bound.
+void XCoverageSearch::prepareCritical(bool some)
+{
+    m_rowCritical = !some;
+    m_rowSomeCritical = some;
     for (int row : m_matchedRows)
         m_matches[size_t(row)] = 0;
     m_matchedRows.clear();
-    m_critical.resize(size_t(std::max(length, 0)));
-    m_sharedCritical.resize(size_t(std::max(length, 0)));
+    m_sharedCritical.clear();
+    std::fill(m_lostBits.begin(), m_lostBits.end(), 0);
     uint8_t const* flags = m_keyFlags.data() + 1;
-    int* critical = m_critical.data();
-    int* sharedCritical = m_sharedCritical.data();
-    int found = 0;
-    int shared = 0;
-    // Without branches: the pattern of critical columns is unpredictable.
-    for (int w = 0; w < m_words; ++w) {
-        const int first = std::max(w * 64, 1);
-        const int last = std::min(w * 64 + 63, length - 2);
-        uint64_t lost = 0;
-        for (int j = first; j <= last; ++j) {
-            const int cell = m_rowCells[j];
-            const unsigned flag = flags[cell];
-            const unsigned once = flag & Once;
-            const unsigned common = once & (flag >> 2);
-            critical[found] = j;
-            found += int(once);
-            sharedCritical[shared] = j;
-            shared += int(common);
-            lost |= uint64_t(once & ~common) << (j & 63);
-        }
-        m_lostBits[size_t(w)] = lost;
-    }
-    m_critical.resize(size_t(found));
-    m_sharedCritical.resize(size_t(shared));
-    // The rows that hold a critical allele found in few cells lose nothing
-    // in that column: counted per row here, so that a candidate's losses
-    // are its bits less its matches.
     uint32_t const* occurrences = m_tables->occurrences.data();
     for (int j : m_critical) {
         const int key = m_rowCells[j];
-        if ((flags[key] & (Shared | Common)) != Shared)
+        if (flags[key] & Common) {
+            m_sharedCritical.push_back(j);
+            continue;
+        }
+        m_lostBits[size_t(j) >> 6] |= uint64_t(1) << (j & 63);
+        if (!(flags[key] & Shared))
             continue;
         const int end = m_tables->occurrenceStart[size_t(key) + 1];
         for (int o = m_tables->occurrenceStart[size_t(key)]; o < end; ++o) {
@@ -454,7 +453,7 @@ int XCoverageSearch::nextSwap(int from)
     }
     if (from > last)
         return INT_MAX;
-    if (!m_rowCritical)
+    if (!m_rowCritical && !m_rowSomeCritical)
         collectCritical();
     const int critical = int(m_critical.size());
     int q = 0;
@@ -543,7 +542,11 @@ int XCoverageSearch::nextSwap(int from)
             // that alone is too long to wait for after a stop.
             if ((++m_scanned & 255) == 0 && halted())
                 return -1;
-            if (gains(c))
+            // With only some critical columns in hand a candidate may seem
+            // to gain; all of them decide. The streams stay valid: they
+            // hold every candidate that could gain against any critical
+            // columns among them.
+            if (gains(c) && (m_rowCritical || (collectCritical(), gains(c))))
                 return c;
             checked = c;
         }
@@ -681,6 +684,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                 // The columns that change, found without branches (which
                 // ones do is unpredictable), then their keys updated.
                 int changed = 0;
+                int added = 0;
                 for (int j = 1; j <= length - 2; ++j) {
                     const int kc = cand[j];
                     const int ks = row[j];
@@ -704,6 +708,8 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         ++in.count;
                     }
+                    m_onceColumns[size_t(added)] = j;
+                    added += in.count == 1;
                     flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
                     KeyState& out = keys[ks];
                     if (out.stamp != m_pass) {
@@ -724,6 +730,16 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                 setSample(a, c);
                 swapped = true;
                 setRow(c);
+                // The candidate's alleles now held once are critical columns
+                // of the new row, found for nothing: often all of them.
+                m_critical.clear();
+                const int compared = tables.length[c] - 2;
+                for (int i = 0; i < added; ++i) {
+                    const int j = m_onceColumns[size_t(i)];
+                    if (j <= compared && keys[cand[j]].count == 1)
+                        m_critical.push_back(j);
+                }
+                prepareCritical(true);
             }
         }
         if (swapped && !rememberState())

@@ -95,6 +95,7 @@ private:
     void setPresence(int key, bool present);
     void setRow(int row);
     void collectCritical();
+    void prepareCritical(bool some);
     void syncGaps();
     void moveGaps(int key, bool present);
     void gapCountChanged(int row, int before, int after);
@@ -183,7 +184,8 @@ private:
     // as bits.
     int m_row = -1;
     int const* m_rowCells = nullptr;
-    bool m_rowCritical = false;
+    bool m_rowCritical = false;     // all its critical columns are in hand
+    bool m_rowSomeCritical = false; // some of them are
     std::vector<int> m_critical;
     std::vector<int> m_sharedCritical;
     // Per row, the critical columns where it holds the sample row's allele,
@@ -194,6 +196,7 @@ private:
     std::vector<uint64_t> m_lostBits;
     std::vector<std::pair<long, int>> m_order;
     std::vector<int> m_swapColumns;
+    std::vector<int> m_onceColumns;
     unsigned m_scanned = 0;
 
     // The states at the end of the passes, as a hash of sample and working
