@@ -184,7 +184,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         // Which rows are empty in a column: on a tall table kept per column
         // for the rows with gaps, as rows come and go; on a wide one, where a
         // row has many empty columns to keep and few words of rows, fixed.
-        m_keepEmpty = m_rows > 16 * m_width;
+        m_keepEmpty = m_rows > 64 * m_width;
         m_rowWords = (m_rows + 63) / 64;
         m_emptyWithGap.clear();
         tables->emptyCount.assign(width, 0);
