@@ -58,6 +58,14 @@ uint64_t XCoverageSearch::keyHash(int key, int count) const
     return m_tables->keyRandom[size_t(key)] * (2 * uint64_t(uint32_t(count)) + 1);
 }
 
+template <typename Cell> Cell const* XCoverageSearch::cellsOf(int row) const
+{
+    if constexpr (sizeof(Cell) == sizeof(uint16_t))
+        return &m_tables->narrowCells[size_t(row) * size_t(m_width)];
+    else
+        return &m_tables->wideCells[size_t(row) * size_t(m_width)];
+}
+
 bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                             AlleleMap const& startMap)
 {
@@ -75,12 +83,15 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_inverseWidth = m_width > 0 ? 1.0 / m_width : 0.0;
         const size_t width = size_t(m_width);
         const size_t words = size_t(m_words);
-        tables->cells.assign(size_t(m_rows) * width, -1);
+        const size_t cellCount = size_t(m_rows) * width;
         tables->length.assign(m_rows, 0);
         tables->rowNumber.assign(m_rows, 0);
 
+        // Keys are numbered from 1; 0 is no allele.
         QHash<QString, int> markerIds;
         QHash<quint64, int> keyIds;
+        tables->keyMarker.assign(1, -1);
+        tables->keyValue.assign(1, 0);
         auto markerId = [&](QString const& name) {
             auto it = markerIds.constFind(name);
             if (it != markerIds.constEnd())
@@ -105,22 +116,36 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         std::vector<int> columnMarker(width, -1);
         for (int j = 1; j < m_width; ++j)
             columnMarker[j] = markerId(headers.value(j));
+        std::vector<uint32_t> cells(cellCount, 0);
         for (int r = 0; r < m_rows; ++r) {
             QList<int> const& row = matrix.at(r);
             tables->length[r] = row.size();
             tables->rowNumber[r] = row.value(0);
-            int* cells = &tables->cells[size_t(r) * width];
+            uint32_t* rowCells = &cells[size_t(r) * width];
             for (int j = 1; j < row.size(); ++j) {
                 const int value = row.at(j);
                 if (value > 0)
-                    cells[j] = keyId(columnMarker[j], value);
+                    rowCells[j] = uint32_t(keyId(columnMarker[j], value));
             }
         }
         for (auto it = startMap.constBegin(); it != startMap.constEnd(); ++it)
             keyId(markerId(it.key().first), it.key().second);
+        const int keys = int(tables->keyMarker.size()) - 1;
+        m_keyCount = keys;
+        // Two bytes a cell while the keys allow it.
+        tables->wide = keys > 0xffff;
+        if (tables->wide) {
+            tables->wideCells = std::move(cells);
+        } else {
+            tables->narrowCells.assign(cells.begin(), cells.end());
+            cells = std::vector<uint32_t>();
+        }
+        auto cell = [&](int r, int j) -> int {
+            const size_t at = size_t(r) * width + size_t(j);
+            return tables->wide ? int(tables->wideCells[at]) : tables->narrowCells[at];
+        };
 
-        const int keys = int(tables->keyMarker.size());
-        tables->startCount.assign(keys, Absent);
+        tables->startCount.assign(size_t(keys) + 1, Absent);
         for (auto it = startMap.constBegin(); it != startMap.constEnd(); ++it) {
             const int id = keyIds.value((quint64(quint32(markerIds.value(it.key().first))) << 32) |
                                         quint32(it.key().second));
@@ -132,78 +157,73 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         // last column.
         const int lastCompared = m_width - 2;
         tables->valid.assign(size_t(m_rows) * words, 0);
-        tables->occurrenceStart.assign(keys + 1, 0);
+        tables->occurrenceStart.assign(size_t(keys) + 2, 0);
+        tables->fullCount.assign(size_t(keys) + 1, 0);
+        tables->emptyCount.assign(width, 0);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * width];
             uint64_t* valid = &tables->valid[size_t(r) * words];
+            for (int j = 1; j < tables->length[r]; ++j)
+                ++tables->fullCount[size_t(cell(r, j))];
             for (int j = 1; j <= lastCompared; ++j) {
-                if (cells[j] >= 0) {
+                const int key = cell(r, j);
+                if (key > 0) {
                     valid[j >> 6] |= uint64_t(1) << (j & 63);
-                    ++tables->occurrenceStart[cells[j] + 1];
+                    ++tables->occurrenceStart[size_t(key) + 1];
+                } else {
+                    ++tables->emptyCount[size_t(j)];
                 }
             }
         }
-        for (int key = 0; key < keys; ++key)
-            tables->occurrenceStart[key + 1] += tables->occurrenceStart[key];
-        tables->occurrences.assign(tables->occurrenceStart[keys], 0);
+        tables->fullCount[0] = 0;
+        for (int key = 1; key <= keys; ++key)
+            tables->occurrenceStart[size_t(key) + 1] += tables->occurrenceStart[size_t(key)];
+        tables->occurrences.assign(size_t(tables->occurrenceStart[size_t(keys) + 1]), 0);
         std::vector<int> fill(tables->occurrenceStart.begin(), tables->occurrenceStart.end() - 1);
         for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * width];
             for (int j = 1; j <= lastCompared; ++j) {
-                if (cells[j] >= 0)
-                    tables->occurrences[fill[cells[j]]++] = uint32_t(size_t(r) * width + size_t(j));
+                const int key = cell(r, j);
+                if (key > 0)
+                    tables->occurrences[size_t(fill[size_t(key)]++)] =
+                        uint32_t(size_t(r) * width + size_t(j));
             }
         }
-        tables->keyRandom.resize(keys);
-        for (int key = 0; key < keys; ++key)
+        tables->keyRandom.resize(size_t(keys) + 1);
+        for (int key = 0; key <= keys; ++key)
             tables->keyRandom[size_t(key)] = mix(uint64_t(key));
 
-        tables->fullCount.assign(keys, 0);
-        for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * width];
-            for (int j = 1; j < tables->length[r]; ++j) {
-                if (cells[j] >= 0)
-                    ++tables->fullCount[size_t(cells[j])];
-            }
-        }
-        m_keys.assign(keys, KeyState());
-        // Entry 0 stands for "no allele", so that a cell of -1 reads flags.
+        m_keys.assign(size_t(keys) + 1, KeyState());
+        // Entry 0 (no allele) stays without flags.
         m_keyFlags.assign(size_t(keys) + 1, 0);
-        for (int key = 0; key < keys; ++key) {
-            const int cells = tables->occurrenceStart[key + 1] - tables->occurrenceStart[key];
-            m_keyFlags[size_t(key) + 1] =
-                uint8_t((cells > 1 ? Shared : 0) | (cells > FewCells ? Common : 0));
+        for (int key = 1; key <= keys; ++key) {
+            const int held = occurrenceCount(key, *tables);
+            m_keyFlags[size_t(key)] =
+                uint8_t((held > 1 ? Shared : 0) | (held > FewCells ? Common : 0));
         }
         // Every key starts absent, so every compared allele is a gap.
         m_gapBits = tables->valid;
         m_gapCount.assign(m_rows, 0);
-        m_gapPresent.assign(keys, 0);
+        m_gapPresent.assign(size_t(keys) + 1, 0);
         m_atLeast.assign(Levels, XRowSet());
         for (XRowSet& set : m_atLeast)
             set.resize(m_rows);
         // Which rows are empty in a column: on a tall table kept per column
-        // for the rows with gaps, as rows come and go; on a wide one, where a
-        // row has many empty columns to keep and few words of rows, fixed.
+        // for the rows with gaps, as rows come and go; on a wider one, where
+        // a row has many empty columns to keep and few words of rows, fixed.
         m_keepEmpty = m_rows > 64 * m_width;
         m_rowWords = (m_rows + 63) / 64;
         m_emptyWithGap.clear();
-        tables->emptyCount.assign(width, 0);
         if (m_keepEmpty) {
             m_emptyWithGap.assign(width, XRowSet());
             for (int j = 1; j <= lastCompared; ++j)
                 m_emptyWithGap[size_t(j)].resize(m_rows);
         } else {
             tables->emptyRows.assign(width * size_t(m_rowWords), 0);
-        }
-        for (int r = 0; r < m_rows; ++r) {
-            int const* cells = &tables->cells[size_t(r) * width];
-            for (int j = 1; j <= lastCompared; ++j) {
-                if (cells[j] >= 0)
-                    continue;
-                ++tables->emptyCount[size_t(j)];
-                if (!m_keepEmpty)
-                    tables->emptyRows[size_t(j) * size_t(m_rowWords) + size_t(r >> 6)] |=
-                        uint64_t(1) << (r & 63);
+            for (int r = 0; r < m_rows; ++r) {
+                for (int j = 1; j <= lastCompared; ++j) {
+                    if (cell(r, j) == 0)
+                        tables->emptyRows[size_t(j) * size_t(m_rowWords) + size_t(r >> 6)] |=
+                            uint64_t(1) << (r & 63);
+                }
             }
         }
         m_touchedBefore.assign(m_rows, -1);
@@ -243,7 +263,7 @@ void XCoverageSearch::setPresence(int key, bool present)
 
 void XCoverageSearch::moveGaps(int key, bool present)
 {
-    m_gapPresent[key] = present;
+    m_gapPresent[size_t(key)] = present;
     uint32_t const* occurrences = m_tables->occurrences.data();
     const int end = m_tables->occurrenceStart[size_t(key) + 1];
     for (int o = m_tables->occurrenceStart[size_t(key)]; o < end; ++o) {
@@ -309,44 +329,52 @@ void XCoverageSearch::setSample(int position, int row)
         m_journal.push_back({-1 - position, m_sample[position]});
     }
     m_sample[position] = row;
-    m_indices[position] = m_tables->rowNumber[row];
 }
 
+// The sample row in hand. What a candidate is measured against is worked
+// out only when some candidate could gain.
 void XCoverageSearch::setRow(int row)
 {
-    const int length = m_tables->length[row];
     m_row = row;
-    m_rowCells = &m_tables->cells[size_t(row) * size_t(m_width)];
+    m_rowCompared.clear();
     m_rowCritical = false;
     m_rowSomeCritical = false;
-    uint64_t const* valid = &m_tables->valid[size_t(row) * size_t(m_words)];
+}
+
+// The sample row's compared columns holding an allele.
+void XCoverageSearch::compareRow()
+{
+    const int length = m_tables->length[m_row];
+    uint64_t const* valid = &m_tables->valid[size_t(m_row) * size_t(m_words)];
+    m_rowCompared.resize(size_t(m_words));
     for (int w = 0; w < m_words; ++w)
-        m_rowCompared[w] = valid[w] & columnRange(w, 1, length - 2);
+        m_rowCompared[size_t(w)] = valid[w] & columnRange(w, 1, length - 2);
 }
 
 // The sample row's compared columns whose allele the working map counts
 // exactly once; only wanted once a candidate could gain.
-void XCoverageSearch::collectCritical()
+template <typename Cell> void XCoverageSearch::collectCritical()
 {
     const int length = m_tables->length[m_row];
+    Cell const* row = cellsOf<Cell>(m_row);
     m_critical.resize(size_t(std::max(length, 0)));
-    uint8_t const* flags = m_keyFlags.data() + 1;
+    uint8_t const* flags = m_keyFlags.data();
     int* critical = m_critical.data();
     int found = 0;
     // Without branches: the pattern of critical columns is unpredictable.
     for (int j = 1; j <= length - 2; ++j) {
         critical[found] = j;
-        found += int(flags[m_rowCells[j]] & Once);
+        found += int(flags[row[j]] & Once);
     }
     m_critical.resize(size_t(found));
-    prepareCritical(false);
+    prepareCritical<Cell>(false);
 }
 
 // From the critical columns in hand, all of them or only some: those whose
 // allele many cells hold, the others as bits, and per row how many of the
 // others it holds too, so that a candidate's losses are its bits less its
 // matches. With only some, the losses counted are a lower bound.
-void XCoverageSearch::prepareCritical(bool some)
+template <typename Cell> void XCoverageSearch::prepareCritical(bool some)
 {
     m_rowCritical = !some;
     m_rowSomeCritical = some;
@@ -355,10 +383,11 @@ void XCoverageSearch::prepareCritical(bool some)
     m_matchedRows.clear();
     m_sharedCritical.clear();
     std::fill(m_lostBits.begin(), m_lostBits.end(), 0);
-    uint8_t const* flags = m_keyFlags.data() + 1;
+    Cell const* row = cellsOf<Cell>(m_row);
+    uint8_t const* flags = m_keyFlags.data();
     uint32_t const* occurrences = m_tables->occurrences.data();
     for (int j : m_critical) {
-        const int key = m_rowCells[j];
+        const int key = row[j];
         if (flags[key] & Common) {
             m_sharedCritical.push_back(j);
             continue;
@@ -381,12 +410,13 @@ void XCoverageSearch::prepareCritical(bool some)
 
 // What candidate c would gain in place of the sample row in hand, counted
 // as the search counts it.
-int XCoverageSearch::gain(int c) const
+template <typename Cell> int XCoverageSearch::gain(int c) const
 {
     const size_t words = size_t(m_words);
     uint64_t const* gapC = &m_gapBits[size_t(c) * words];
     uint64_t const* gapRow = &m_gapBits[size_t(m_row) * words];
-    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    Cell const* cells = cellsOf<Cell>(c);
+    Cell const* row = cellsOf<Cell>(m_row);
     // A gap gains where the sample row holds another allele in that column;
     // it can hold the same one only if that one is absent too.
     int gain = 0;
@@ -399,7 +429,7 @@ int XCoverageSearch::gain(int c) const
         while (both) {
             const int j = int(w * 64) + __builtin_ctzll(both);
             both &= both - 1;
-            if (cells[j] == m_rowCells[j])
+            if (cells[j] == row[j])
                 --gain;
         }
     }
@@ -408,7 +438,7 @@ int XCoverageSearch::gain(int c) const
 
 // Whether candidate c gains more alleles than it loses. It gains at most
 // its number of gaps, so the losses are counted first, up to that.
-bool XCoverageSearch::gains(int c) const
+template <typename Cell> bool XCoverageSearch::gains(int c) const
 {
     const int most = m_gapCount[c];
     uint64_t const* valid = &m_tables->valid[size_t(c) * size_t(m_words)];
@@ -422,12 +452,13 @@ bool XCoverageSearch::gains(int c) const
         return false;
     loss -= m_matches[size_t(c)];
     // Alleles held in many cells: compared.
-    int const* cells = &m_tables->cells[size_t(c) * size_t(m_width)];
+    Cell const* cells = cellsOf<Cell>(c);
+    Cell const* row = cellsOf<Cell>(m_row);
     for (int j : m_sharedCritical) {
-        if (((valid[j >> 6] >> (j & 63)) & 1) && cells[j] != m_rowCells[j] && ++loss >= most)
+        if (((valid[j >> 6] >> (j & 63)) & 1) && cells[j] != row[j] && ++loss >= most)
             return false;
     }
-    return loss < gain(c);
+    return loss < gain<Cell>(c);
 }
 
 // The first candidate from `from` on that gains more than it loses against
@@ -439,29 +470,35 @@ bool XCoverageSearch::gains(int c) const
 // Taking q critical columns, a candidate with at most q gaps is therefore
 // empty or equal in one of them, and any other has more than q gaps. The q
 // columns, and q itself, are chosen to give the fewest rows to try.
-int XCoverageSearch::nextSwap(int from)
+template <typename Cell> int XCoverageSearch::nextSwap(int from)
 {
     const int last = m_rows - 2;
     // Rows before the first that could gain are no candidates whatever the
-    // losses; often there is none, and the critical columns are not needed.
+    // losses; often there is none, and nothing more is needed.
     XRowSet const& withGaps = m_atLeast[0];
-    for (from = withGaps.next(from); from <= last; from = withGaps.next(from + 1)) {
+    from = withGaps.next(from);
+    if (from > last)
+        return INT_MAX;
+    if (m_rowCompared.empty())
+        compareRow();
+    for (; from <= last; from = withGaps.next(from + 1)) {
         if ((++m_scanned & 255) == 0 && halted())
             return -1;
-        if (gain(from) > 0)
+        if (gain<Cell>(from) > 0)
             break;
     }
     if (from > last)
         return INT_MAX;
     if (!m_rowCritical && !m_rowSomeCritical)
-        collectCritical();
+        collectCritical<Cell>();
+    Cell const* row = cellsOf<Cell>(m_row);
     const int critical = int(m_critical.size());
     int q = 0;
     long fewest = m_atLeast[0].count();
     if (critical > 0) {
         m_order.clear();
         for (int j : m_critical) {
-            const int shared = occurrenceCount(m_rowCells[j]);
+            const int shared = occurrenceCount(row[j], *m_tables);
             const long empty =
                 m_keepEmpty ? m_emptyWithGap[size_t(j)].count() : m_tables->emptyCount[size_t(j)];
             m_order.emplace_back(empty + (shared > 1 ? shared : 0), j);
@@ -513,10 +550,10 @@ int XCoverageSearch::nextSwap(int from)
             streams[count++] = {empty.next(from), &empty, nullptr, -1, 0, 0};
         } else {
             uint64_t const* empty = &m_tables->emptyRows[size_t(j) * size_t(m_rowWords)];
-            streams[count++] = {m_atLeast[0].nextAlso(from, empty), &m_atLeast[0], empty, -1, 0, 0};
+            streams[count++] = {withGaps.nextAlso(from, empty), &withGaps, empty, -1, 0, 0};
         }
-        const int key = m_rowCells[j];
-        if (occurrenceCount(key) > 1) {
+        const int key = row[j];
+        if (occurrenceCount(key, *m_tables) > 1) {
             uint32_t const* begin = occurrences + m_tables->occurrenceStart[size_t(key)];
             uint32_t const* end = occurrences + m_tables->occurrenceStart[size_t(key) + 1];
             const uint32_t first = uint32_t(size_t(from) * size_t(m_width));
@@ -542,12 +579,17 @@ int XCoverageSearch::nextSwap(int from)
             // that alone is too long to wait for after a stop.
             if ((++m_scanned & 255) == 0 && halted())
                 return -1;
-            // With only some critical columns in hand a candidate may seem
-            // to gain; all of them decide. The streams stay valid: they
-            // hold every candidate that could gain against any critical
-            // columns among them.
-            if (gains(c) && (m_rowCritical || (collectCritical(), gains(c))))
-                return c;
+            if (gains<Cell>(c)) {
+                // With only some critical columns in hand a candidate may
+                // seem to gain; all of them decide. The streams stay valid:
+                // they hold every candidate that could gain against any
+                // critical columns among them.
+                if (m_rowCritical)
+                    return c;
+                collectCritical<Cell>();
+                if (gains<Cell>(c))
+                    return c;
+            }
             checked = c;
         }
         for (int i = 0; i < count; ++i) {
@@ -573,10 +615,10 @@ void XCoverageSearch::syncGaps()
 {
     m_trackGaps = true;
     m_deferEmpty = true;
-    for (size_t key = 0; key < m_keys.size(); ++key) {
-        const bool present = m_keys[key].count != Absent;
-        if (present != bool(m_gapPresent[key]))
-            moveGaps(int(key), present);
+    for (int key = 1; key <= m_keyCount; ++key) {
+        const bool present = m_keys[size_t(key)].count != Absent;
+        if (present != bool(m_gapPresent[size_t(key)]))
+            moveGaps(key, present);
     }
     m_deferEmpty = false;
     for (int row : m_touched) {
@@ -588,17 +630,15 @@ void XCoverageSearch::syncGaps()
     m_touched.clear();
 }
 
-void XCoverageSearch::attempt(int k, XRandom& random)
+template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
 {
     const int n = m_rows;
-    const size_t width = size_t(m_width);
     Tables const& tables = *m_tables;
     m_trackGaps = false;
     m_journaling = false;
     m_hash = 0;
     std::fill(m_used.begin(), m_used.end(), 0);
     m_sample.clear();
-    m_indices.clear();
     for (int d = 0; d < k; ++d) {
         const int r = random.next();
         // r * n / 2^31 in extended precision; exact for any realistic n.
@@ -610,51 +650,51 @@ void XCoverageSearch::attempt(int k, XRandom& random)
         m_used[i] = 1;
         m_hash ^= sampleHash(d, i);
         m_sample.push_back(i);
-        m_indices << tables.rowNumber[i];
     }
     // The working map counts the starting collection and every cell of the
     // sample. With more than half of the rows drawn, the whole table less the
-    // rows left out is counted instead: fewer cells.
+    // rows left out is counted instead: fewer cells. Entry 0 is where empty
+    // cells count nothing, without a branch.
     const bool complement = 2 * k > n;
-    for (size_t key = 0; key < m_keys.size(); ++key) {
-        const int start = tables.startCount[key];
-        m_keys[key].count =
-            complement ? (start == Absent ? 0 : start) + tables.fullCount[key] : start;
+    KeyState* keys = m_keys.data();
+    keys[0].count = 0;
+    for (int key = 1; key <= m_keyCount; ++key) {
+        const int start = tables.startCount[size_t(key)];
+        keys[key].count =
+            complement ? (start == Absent ? 0 : start) + tables.fullCount[size_t(key)] : start;
     }
     for (int i = 0; i < n; ++i) {
         if (bool(m_used[i]) == complement)
             continue;
-        int const* cells = &tables.cells[size_t(i) * width];
+        Cell const* cells = cellsOf<Cell>(i);
         const int length = tables.length[i];
         if (complement) {
-            for (int j = 1; j < length; ++j) {
-                if (cells[j] >= 0)
-                    --m_keys[size_t(cells[j])].count;
-            }
+            for (int j = 1; j < length; ++j)
+                keys[cells[j]].count -= cells[j] != 0;
         } else {
             for (int j = 1; j < length; ++j) {
-                if (cells[j] < 0)
-                    continue;
-                int& count = m_keys[size_t(cells[j])].count;
-                count = count == Absent ? 1 : count + 1;
+                int& count = keys[cells[j]].count;
+                const int one = cells[j] != 0;
+                count = count == Absent ? one : count + one;
             }
         }
     }
     m_coverage = 0;
-    for (size_t key = 0; key < m_keys.size(); ++key) {
-        int& count = m_keys[key].count;
+    for (int key = 1; key <= m_keyCount; ++key) {
+        int& count = keys[key].count;
         if (complement && count == 0)
             count = Absent;
         m_coverage += count != Absent;
-        m_keyFlags[key + 1] = uint8_t((m_keyFlags[key + 1] & ~Once) | (count == 1 ? Once : 0));
+        m_keyFlags[size_t(key)] =
+            uint8_t((m_keyFlags[size_t(key)] & ~Once) | (count == 1 ? Once : 0));
     }
 
     const int s = int(m_sample.size());
     if (s < 2)
         return;
-    for (size_t key = 0; key < m_keys.size(); ++key) {
-        if (m_keys[key].count != Absent)
-            m_hash ^= keyHash(int(key), m_keys[key].count);
+    for (int key = 1; key <= m_keyCount; ++key) {
+        if (keys[key].count != Absent)
+            m_hash ^= keyHash(key, keys[key].count);
     }
     syncGaps();
     // The passes depend only on the sample and the working map; a pass that
@@ -664,6 +704,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
     m_sampleStamp.assign(s, -1);
     m_journaling = true;
     rememberState();
+    uint8_t* flags = m_keyFlags.data();
     bool swapped = true;
     while (swapped) {
         swapped = false;
@@ -673,26 +714,24 @@ void XCoverageSearch::attempt(int k, XRandom& random)
             setRow(m_sample[a]);
             // Candidates in ascending order; after a swap the scan goes on
             // from the next one against the new row.
-            for (int c = nextSwap(0); c <= n - 2; c = nextSwap(c + 1)) {
+            for (int c = nextSwap<Cell>(0); c <= n - 2; c = nextSwap<Cell>(c + 1)) {
                 if (c < 0)
                     return;
-                int const* row = m_rowCells;
+                Cell const* row = cellsOf<Cell>(m_row);
                 const int length = tables.length[m_row];
-                int const* cand = &tables.cells[size_t(c) * width];
-                KeyState* keys = m_keys.data();
-                uint8_t* flags = m_keyFlags.data() + 1;
+                Cell const* cand = cellsOf<Cell>(c);
                 // The columns that change, found without branches (which
                 // ones do is unpredictable), then their keys updated.
                 int changed = 0;
-                int added = 0;
                 for (int j = 1; j <= length - 2; ++j) {
                     const int kc = cand[j];
                     const int ks = row[j];
                     m_swapColumns[size_t(changed)] = j;
-                    changed += (kc >= 0) & (ks >= 0) & (kc != ks);
+                    changed += (kc > 0) & (ks > 0) & (kc != ks);
                 }
                 // Columns in ascending order; in each, the candidate's allele
                 // goes in before the removed row's comes out.
+                int added = 0;
                 for (int i = 0; i < changed; ++i) {
                     const int j = m_swapColumns[size_t(i)];
                     const int kc = cand[j];
@@ -708,9 +747,9 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         ++in.count;
                     }
+                    flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
                     m_onceColumns[size_t(added)] = j;
                     added += in.count == 1;
-                    flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
                     KeyState& out = keys[ks];
                     if (out.stamp != m_pass) {
                         out.stamp = m_pass;
@@ -739,7 +778,7 @@ void XCoverageSearch::attempt(int k, XRandom& random)
                     if (j <= compared && keys[cand[j]].count == 1)
                         m_critical.push_back(j);
                 }
-                prepareCritical(true);
+                prepareCritical<Cell>(true);
             }
         }
         if (swapped && !rememberState())
@@ -784,7 +823,7 @@ bool XCoverageSearch::sameAsEarlier()
 {
     const size_t keys = m_keys.size();
     m_scratchValue.resize(keys);
-    for (size_t key = 0; key < keys; ++key)
+    for (size_t key = 1; key < keys; ++key)
         m_scratchValue[key] = m_keys[key].count;
     m_scratchSample = m_sample;
     size_t undone = m_journal.size();
@@ -799,7 +838,7 @@ bool XCoverageSearch::sameAsEarlier()
         if (m_history[h].first != m_hash || m_scratchSample != m_sample)
             continue;
         bool same = true;
-        for (size_t key = 0; key < keys && same; ++key)
+        for (size_t key = 1; key < keys && same; ++key)
             same = m_scratchValue[key] == m_keys[key].count;
         if (same)
             return true;
@@ -821,14 +860,20 @@ bool XCoverageSearch::search(int k, int iterations, int total, XRandom& random,
         for (int done = 0; m_bestCoverage < total && done < iterations; ++done) {
             if (halted())
                 return true;
-            attempt(k, random);
+            if (m_tables->wide)
+                attempt<uint32_t>(k, random);
+            else
+                attempt<uint16_t>(k, random);
             if (halted())
                 return true;
             ++m_attempts;
             if (m_coverage > m_bestCoverage) {
                 m_bestCoverage = m_coverage;
-                m_bestIndices = m_indices;
                 m_bestSample = m_sample;
+                m_bestIndices.clear();
+                m_bestIndices.reserve(int(m_sample.size()));
+                for (int row : m_sample)
+                    m_bestIndices << m_tables->rowNumber[size_t(row)];
                 if (keepMap) {
                     m_bestCount.resize(m_keys.size());
                     for (size_t key = 0; key < m_keys.size(); ++key)
@@ -846,7 +891,7 @@ XCoverageSearch::AlleleMap XCoverageSearch::bestMap() const
 {
     AlleleMap map;
     Tables const& tables = *m_tables;
-    for (size_t key = 0; key < m_bestCount.size(); ++key) {
+    for (size_t key = 1; key < m_bestCount.size(); ++key) {
         if (m_bestCount[key] != Absent)
             map.insert(
                 qMakePair(tables.markerNames.at(tables.keyMarker[key]), tables.keyValue[key]),

@@ -67,7 +67,11 @@ private:
     // What never changes after build().
     struct Tables
     {
-        std::vector<int> cells;  // key id per cell, -1 where no allele counts
+        // Key id per cell, 0 where no allele counts (keys are numbered from
+        // 1): two bytes a cell while there are few enough keys, else four.
+        bool wide = false;
+        std::vector<uint16_t> narrowCells;
+        std::vector<uint32_t> wideCells;
         std::vector<int> length; // elements per row
         std::vector<int> rowNumber;
         // Per row, a bit per compared column (1 .. width - 2) holding an allele.
@@ -94,17 +98,19 @@ private:
 
     void setPresence(int key, bool present);
     void setRow(int row);
-    void collectCritical();
-    void prepareCritical(bool some);
+    void compareRow();
+    template <typename Cell> Cell const* cellsOf(int row) const;
+    template <typename Cell> void collectCritical();
+    template <typename Cell> void prepareCritical(bool some);
     void syncGaps();
     void moveGaps(int key, bool present);
     void gapCountChanged(int row, int before, int after);
     void setHasGaps(int row, bool has);
-    int gain(int c) const;
-    bool gains(int c) const;
-    int nextSwap(int from);
+    template <typename Cell> int gain(int c) const;
+    template <typename Cell> bool gains(int c) const;
+    template <typename Cell> int nextSwap(int from);
     void setSample(int position, int row);
-    void attempt(int k, XRandom& random);
+    template <typename Cell> void attempt(int k, XRandom& random);
     bool halted() const
     {
         return m_stop->load(std::memory_order_relaxed) ||
@@ -125,20 +131,21 @@ private:
         row = int(r);
         column = int(int64_t(cell) - r * m_width);
     }
-    int occurrenceCount(int key) const
+    static int occurrenceCount(int key, Tables const& tables)
     {
-        return m_tables->occurrenceStart[size_t(key) + 1] - m_tables->occurrenceStart[size_t(key)];
+        return tables.occurrenceStart[size_t(key) + 1] - tables.occurrenceStart[size_t(key)];
     }
 
     int m_rows = 0;
-    int m_width = 0; // longest row, element 0 included; shorter rows pad with -1
+    int m_width = 0; // longest row, element 0 included; shorter rows pad with 0
+    int m_keyCount = 0;
     int m_words = 0; // words of a row's column bits
     double m_inverseWidth = 0;
     std::shared_ptr<Tables const> m_tables;
 
     // Working map of the current attempt.
-    // Per key: its count, Absent while the map lacks it; and the pass that
-    // last journaled it.
+    // Per key (entry 0 is scratch): its count, Absent while the map lacks
+    // it; and the pass that last journaled it.
     static constexpr int Absent = INT_MIN;
     struct KeyState
     {
@@ -176,14 +183,12 @@ private:
 
     std::vector<uint8_t> m_used;
     std::vector<int> m_sample;
-    QList<int> m_indices;
 
-    // The sample row at the position being improved: its cells, its
-    // compared columns with an allele, its critical columns (allele held
+    // The sample row at the position being improved: its compared columns
+    // with an allele (empty until wanted), its critical columns (allele held
     // once), those of them whose allele occurs in many cells, and the others
     // as bits.
     int m_row = -1;
-    int const* m_rowCells = nullptr;
     bool m_rowCritical = false;     // all its critical columns are in hand
     bool m_rowSomeCritical = false; // some of them are
     std::vector<int> m_critical;
