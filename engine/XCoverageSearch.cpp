@@ -241,9 +241,8 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
                 setHasGaps(r, true);
         }
         m_used.assign(m_rows, 0);
-        m_critical.reserve(width);
+        m_critical.assign(width, 0);
         m_swapColumns.assign(width, 0);
-        m_onceColumns.assign(width, 0);
         m_rowCompared.assign(words, 0);
         m_lostBits.assign(words, 0);
         m_matches.assign(size_t(m_rows), 0);
@@ -338,7 +337,6 @@ void XCoverageSearch::setRow(int row)
     m_row = row;
     m_rowCompared.clear();
     m_rowCritical = false;
-    m_rowSomeCritical = false;
 }
 
 // The sample row's compared columns holding an allele.
@@ -357,7 +355,6 @@ template <typename Cell> void XCoverageSearch::collectCritical()
 {
     const int length = m_tables->length[m_row];
     Cell const* row = cellsOf<Cell>(m_row);
-    m_critical.resize(size_t(std::max(length, 0)));
     uint8_t const* flags = m_keyFlags.data();
     int* critical = m_critical.data();
     int found = 0;
@@ -366,18 +363,16 @@ template <typename Cell> void XCoverageSearch::collectCritical()
         critical[found] = j;
         found += int(flags[row[j]] & Once);
     }
-    m_critical.resize(size_t(found));
-    prepareCritical<Cell>(false);
+    m_criticalCount = found;
+    prepareCritical<Cell>();
 }
 
-// From the critical columns in hand, all of them or only some: those whose
-// allele many cells hold, the others as bits, and per row how many of the
-// others it holds too, so that a candidate's losses are its bits less its
-// matches. With only some, the losses counted are a lower bound.
-template <typename Cell> void XCoverageSearch::prepareCritical(bool some)
+// From the critical columns: those whose allele many cells hold, the others
+// as bits, and per row how many of the others it holds too, so that a
+// candidate's losses are its bits less its matches.
+template <typename Cell> void XCoverageSearch::prepareCritical()
 {
-    m_rowCritical = !some;
-    m_rowSomeCritical = some;
+    m_rowCritical = true;
     for (int row : m_matchedRows)
         m_matches[size_t(row)] = 0;
     m_matchedRows.clear();
@@ -386,7 +381,8 @@ template <typename Cell> void XCoverageSearch::prepareCritical(bool some)
     Cell const* row = cellsOf<Cell>(m_row);
     uint8_t const* flags = m_keyFlags.data();
     uint32_t const* occurrences = m_tables->occurrences.data();
-    for (int j : m_critical) {
+    for (int i = 0; i < m_criticalCount; ++i) {
+        const int j = m_critical[size_t(i)];
         const int key = row[j];
         if (flags[key] & Common) {
             m_sharedCritical.push_back(j);
@@ -489,15 +485,16 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
     }
     if (from > last)
         return INT_MAX;
-    if (!m_rowCritical && !m_rowSomeCritical)
+    if (!m_rowCritical)
         collectCritical<Cell>();
     Cell const* row = cellsOf<Cell>(m_row);
-    const int critical = int(m_critical.size());
+    const int critical = m_criticalCount;
     int q = 0;
     long fewest = m_atLeast[0].count();
     if (critical > 0) {
         m_order.clear();
-        for (int j : m_critical) {
+        for (int i = 0; i < critical; ++i) {
+            const int j = m_critical[size_t(i)];
             const int shared = occurrenceCount(row[j], *m_tables);
             const long empty =
                 m_keepEmpty ? m_emptyWithGap[size_t(j)].count() : m_tables->emptyCount[size_t(j)];
@@ -579,17 +576,8 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
             // that alone is too long to wait for after a stop.
             if ((++m_scanned & 255) == 0 && halted())
                 return -1;
-            if (gains<Cell>(c)) {
-                // With only some critical columns in hand a candidate may
-                // seem to gain; all of them decide. The streams stay valid:
-                // they hold every candidate that could gain against any
-                // critical columns among them.
-                if (m_rowCritical)
-                    return c;
-                collectCritical<Cell>();
-                if (gains<Cell>(c))
-                    return c;
-            }
+            if (gains<Cell>(c))
+                return c;
             checked = c;
         }
         for (int i = 0; i < count; ++i) {
@@ -731,7 +719,6 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
                 }
                 // Columns in ascending order; in each, the candidate's allele
                 // goes in before the removed row's comes out.
-                int added = 0;
                 for (int i = 0; i < changed; ++i) {
                     const int j = m_swapColumns[size_t(i)];
                     const int kc = cand[j];
@@ -748,8 +735,6 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
                         ++in.count;
                     }
                     flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
-                    m_onceColumns[size_t(added)] = j;
-                    added += in.count == 1;
                     KeyState& out = keys[ks];
                     if (out.stamp != m_pass) {
                         out.stamp = m_pass;
@@ -769,16 +754,6 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
                 setSample(a, c);
                 swapped = true;
                 setRow(c);
-                // The candidate's alleles now held once are critical columns
-                // of the new row, found for nothing: often all of them.
-                m_critical.clear();
-                const int compared = tables.length[c] - 2;
-                for (int i = 0; i < added; ++i) {
-                    const int j = m_onceColumns[size_t(i)];
-                    if (j <= compared && keys[cand[j]].count == 1)
-                        m_critical.push_back(j);
-                }
-                prepareCritical<Cell>(true);
             }
         }
         if (swapped && !rememberState())

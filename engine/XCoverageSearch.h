@@ -101,7 +101,7 @@ private:
     void compareRow();
     template <typename Cell> Cell const* cellsOf(int row) const;
     template <typename Cell> void collectCritical();
-    template <typename Cell> void prepareCritical(bool some);
+    template <typename Cell> void prepareCritical();
     void syncGaps();
     void moveGaps(int key, bool present);
     void gapCountChanged(int row, int before, int after);
@@ -189,9 +189,9 @@ private:
     // once), those of them whose allele occurs in many cells, and the others
     // as bits.
     int m_row = -1;
-    bool m_rowCritical = false;     // all its critical columns are in hand
-    bool m_rowSomeCritical = false; // some of them are
-    std::vector<int> m_critical;
+    bool m_rowCritical = false;  // its critical columns are in hand
+    std::vector<int> m_critical; // the first m_criticalCount
+    int m_criticalCount = 0;
     std::vector<int> m_sharedCritical;
     // Per row, the critical columns where it holds the sample row's allele,
     // for alleles found in few cells; and the rows with any.
@@ -201,7 +201,6 @@ private:
     std::vector<uint64_t> m_lostBits;
     std::vector<std::pair<long, int>> m_order;
     std::vector<int> m_swapColumns;
-    std::vector<int> m_onceColumns;
     unsigned m_scanned = 0;
 
     // The states at the end of the passes, as a hash of sample and working
