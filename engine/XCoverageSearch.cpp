@@ -640,37 +640,31 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
         m_sample.push_back(i);
     }
     // The working map counts the starting collection and every cell of the
-    // sample. With more than half of the rows drawn, the whole table less the
-    // rows left out is counted instead: fewer cells. Entry 0 is where empty
-    // cells count nothing, without a branch.
+    // sample: counts only grow here, so a key still at 0 is absent after.
+    // With more than half of the rows drawn, the whole table less the rows
+    // left out is counted instead: fewer cells. Entry 0 takes the empty
+    // cells, so that no cell needs a branch.
     const bool complement = 2 * k > n;
     KeyState* keys = m_keys.data();
-    keys[0].count = 0;
     for (int key = 1; key <= m_keyCount; ++key) {
         const int start = tables.startCount[size_t(key)];
         keys[key].count =
-            complement ? (start == Absent ? 0 : start) + tables.fullCount[size_t(key)] : start;
+            (start == Absent ? 0 : start) + (complement ? tables.fullCount[size_t(key)] : 0);
     }
+    const int step = complement ? -1 : 1;
     for (int i = 0; i < n; ++i) {
         if (bool(m_used[i]) == complement)
             continue;
         Cell const* cells = cellsOf<Cell>(i);
         const int length = tables.length[i];
-        if (complement) {
-            for (int j = 1; j < length; ++j)
-                keys[cells[j]].count -= cells[j] != 0;
-        } else {
-            for (int j = 1; j < length; ++j) {
-                int& count = keys[cells[j]].count;
-                const int one = cells[j] != 0;
-                count = count == Absent ? one : count + one;
-            }
-        }
+        for (int j = 1; j < length; ++j)
+            keys[cells[j]].count += step;
     }
+    keys[0].count = 0;
     m_coverage = 0;
     for (int key = 1; key <= m_keyCount; ++key) {
         int& count = keys[key].count;
-        if (complement && count == 0)
+        if (count == 0)
             count = Absent;
         m_coverage += count != Absent;
         m_keyFlags[size_t(key)] =
@@ -734,7 +728,9 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         ++in.count;
                     }
-                    flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
+                    // A count far from 1 leaves the flag as it is.
+                    if (unsigned(in.count + 1) <= 3u)
+                        flags[kc] = uint8_t((flags[kc] & ~Once) | (in.count == 1 ? Once : 0));
                     KeyState& out = keys[ks];
                     if (out.stamp != m_pass) {
                         out.stamp = m_pass;
@@ -749,7 +745,8 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
                     } else {
                         --out.count;
                     }
-                    flags[ks] = uint8_t((flags[ks] & ~Once) | (out.count == 1 ? Once : 0));
+                    if (out.count == Absent || unsigned(out.count + 1) <= 3u)
+                        flags[ks] = uint8_t((flags[ks] & ~Once) | (out.count == 1 ? Once : 0));
                 }
                 setSample(a, c);
                 swapped = true;
