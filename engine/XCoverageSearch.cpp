@@ -203,19 +203,15 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
         m_gapBits = tables->valid;
         m_gapCount.assign(m_rows, 0);
         m_gapPresent.assign(size_t(keys) + 1, 0);
-        m_atLeast.assign(Levels, XRowSet());
-        for (XRowSet& set : m_atLeast)
-            set.resize(m_rows);
+        m_atLeast.resize(Levels, m_rows);
         // Which rows are empty in a column: on a tall table kept per column
         // for the rows with gaps, as rows come and go; on a wider one, where
         // a row has many empty columns to keep and few words of rows, fixed.
         m_keepEmpty = m_rows > 64 * m_width;
         m_rowWords = (m_rows + 63) / 64;
-        m_emptyWithGap.clear();
+        m_emptyWithGap.resize(0, 0);
         if (m_keepEmpty) {
-            m_emptyWithGap.assign(width, XRowSet());
-            for (int j = 1; j <= lastCompared; ++j)
-                m_emptyWithGap[size_t(j)].resize(m_rows);
+            m_emptyWithGap.resize(m_width, m_rows);
         } else {
             tables->emptyRows.assign(width * size_t(m_rowWords), 0);
             for (int r = 0; r < m_rows; ++r) {
@@ -235,7 +231,7 @@ bool XCoverageSearch::build(Matrix const& matrix, QStringList const& headers,
             for (size_t w = 0; w < words; ++w)
                 gaps += popcount(m_gapBits[size_t(r) * words + w]);
             for (int t = 1; t <= std::min(gaps, int(Levels)); ++t)
-                m_atLeast[t - 1].insert(r);
+                m_atLeast.insert(t - 1, r);
             m_gapCount[r] = gaps;
             if (gaps > 0 && m_keepEmpty)
                 setHasGaps(r, true);
@@ -289,9 +285,9 @@ void XCoverageSearch::gapCountChanged(int row, int before, int after)
 {
     if (after > before) {
         if (after <= Levels)
-            m_atLeast[after - 1].insert(row);
+            m_atLeast.insert(after - 1, row);
     } else if (before <= Levels) {
-        m_atLeast[before - 1].erase(row);
+        m_atLeast.erase(before - 1, row);
     }
     if ((before == 0) == (after == 0) || !m_keepEmpty)
         return;
@@ -314,9 +310,9 @@ void XCoverageSearch::setHasGaps(int row, bool has)
             const int j = w * 64 + __builtin_ctzll(empty);
             empty &= empty - 1;
             if (has)
-                m_emptyWithGap[size_t(j)].insert(row);
+                m_emptyWithGap.insert(j, row);
             else
-                m_emptyWithGap[size_t(j)].erase(row);
+                m_emptyWithGap.erase(j, row);
         }
     }
 }
@@ -335,7 +331,7 @@ void XCoverageSearch::setSample(int position, int row)
 void XCoverageSearch::setRow(int row)
 {
     m_row = row;
-    m_rowCompared.clear();
+    m_rowComparedReady = false;
     m_rowCritical = false;
 }
 
@@ -344,7 +340,7 @@ void XCoverageSearch::compareRow()
 {
     const int length = m_tables->length[m_row];
     uint64_t const* valid = &m_tables->valid[size_t(m_row) * size_t(m_words)];
-    m_rowCompared.resize(size_t(m_words));
+    m_rowComparedReady = true;
     for (int w = 0; w < m_words; ++w)
         m_rowCompared[size_t(w)] = valid[w] & columnRange(w, 1, length - 2);
 }
@@ -471,13 +467,12 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
     const int last = m_rows - 2;
     // Rows before the first that could gain are no candidates whatever the
     // losses; often there is none, and nothing more is needed.
-    XRowSet const& withGaps = m_atLeast[0];
-    from = withGaps.next(from);
+    from = m_atLeast.next(0, from);
     if (from > last)
         return INT_MAX;
-    if (m_rowCompared.empty())
+    if (!m_rowComparedReady)
         compareRow();
-    for (; from <= last; from = withGaps.next(from + 1)) {
+    for (; from <= last; from = m_atLeast.next(0, from + 1)) {
         if ((++m_scanned & 255) == 0 && halted())
             return -1;
         if (gain<Cell>(from) > 0)
@@ -490,14 +485,14 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
     Cell const* row = cellsOf<Cell>(m_row);
     const int critical = m_criticalCount;
     int q = 0;
-    long fewest = m_atLeast[0].count();
+    long fewest = m_atLeast.count(0);
     if (critical > 0) {
         m_order.clear();
         for (int i = 0; i < critical; ++i) {
             const int j = m_critical[size_t(i)];
             const int shared = occurrenceCount(row[j], *m_tables);
             const long empty =
-                m_keepEmpty ? m_emptyWithGap[size_t(j)].count() : m_tables->emptyCount[size_t(j)];
+                m_keepEmpty ? m_emptyWithGap.count(j) : m_tables->emptyCount[size_t(j)];
             m_order.emplace_back(empty + (shared > 1 ? shared : 0), j);
         }
         const int most = std::min(critical, int(Levels) - 1);
@@ -505,7 +500,7 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
         long sum = 0;
         for (int i = 1; i <= most; ++i) {
             sum += m_order[size_t(i) - 1].first;
-            const long rows = sum + m_atLeast[size_t(i)].count();
+            const long rows = sum + m_atLeast.count(i);
             if (rows < fewest) {
                 fewest = rows;
                 q = i;
@@ -519,7 +514,8 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
     struct Stream
     {
         int head;
-        XRowSet const* set;   // null for a same-allele stream
+        XRowSets const* sets; // null for a same-allele stream
+        int set;
         uint64_t const* mask; // rows of the set that are also in this
         int column;           // same-allele streams: the column
         int at;
@@ -538,16 +534,15 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
         }
         return INT_MAX;
     };
-    XRowSet const& many = m_atLeast[size_t(q)];
-    streams[count++] = {many.next(from), &many, nullptr, -1, 0, 0};
+    streams[count++] = {m_atLeast.next(q, from), &m_atLeast, q, nullptr, -1, 0, 0};
     for (int i = 0; i < q; ++i) {
         const int j = m_order[size_t(i)].second;
         if (m_keepEmpty) {
-            XRowSet const& empty = m_emptyWithGap[size_t(j)];
-            streams[count++] = {empty.next(from), &empty, nullptr, -1, 0, 0};
+            streams[count++] = {
+                m_emptyWithGap.next(j, from), &m_emptyWithGap, j, nullptr, -1, 0, 0};
         } else {
             uint64_t const* empty = &m_tables->emptyRows[size_t(j) * size_t(m_rowWords)];
-            streams[count++] = {withGaps.nextAlso(from, empty), &withGaps, empty, -1, 0, 0};
+            streams[count++] = {m_atLeast.nextAlso(0, from, empty), &m_atLeast, 0, empty, -1, 0, 0};
         }
         const int key = row[j];
         if (occurrenceCount(key, *m_tables) > 1) {
@@ -556,6 +551,7 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
             const uint32_t first = uint32_t(size_t(from) * size_t(m_width));
             Stream same{0,
                         nullptr,
+                        0,
                         nullptr,
                         j,
                         int(std::lower_bound(begin, end, first) - occurrences),
@@ -585,9 +581,9 @@ template <typename Cell> int XCoverageSearch::nextSwap(int from)
             if (s.head != c)
                 continue;
             if (s.mask) {
-                s.head = s.set->nextAlso(c + 1, s.mask);
-            } else if (s.set) {
-                s.head = s.set->next(c + 1);
+                s.head = s.sets->nextAlso(s.set, c + 1, s.mask);
+            } else if (s.sets) {
+                s.head = s.sets->next(s.set, c + 1);
             } else {
                 ++s.at;
                 s.head = nextSame(s);

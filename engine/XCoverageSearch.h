@@ -1,6 +1,6 @@
 #pragma once
 
-#include "XRowSet.h"
+#include "XRowSets.h"
 
 #include <QList>
 #include <QMap>
@@ -168,13 +168,13 @@ private:
     std::vector<int> m_gapCount;
     std::vector<uint8_t> m_gapPresent;
     bool m_trackGaps = false;
-    // m_atLeast[t - 1]: the rows with at least t gaps, t = 1 .. Levels.
-    std::vector<XRowSet> m_atLeast;
+    // Set t - 1: the rows with at least t gaps, t = 1 .. Levels.
+    XRowSets m_atLeast;
     // Per compared column, the rows with a gap that hold no allele there;
     // kept only on a tall table.
     bool m_keepEmpty = false;
     int m_rowWords = 0;
-    std::vector<XRowSet> m_emptyWithGap;
+    XRowSets m_emptyWithGap; // set j for column j
     // While the gaps are brought up to date in bulk, the rows whose
     // having-gaps may have changed, with what it was before.
     bool m_deferEmpty = false;
@@ -189,6 +189,7 @@ private:
     // once), those of them whose allele occurs in many cells, and the others
     // as bits.
     int m_row = -1;
+    bool m_rowComparedReady = false;
     bool m_rowCritical = false;  // its critical columns are in hand
     std::vector<int> m_critical; // the first m_criticalCount
     int m_criticalCount = 0;
