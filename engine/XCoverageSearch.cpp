@@ -647,6 +647,9 @@ template <typename Cell> void XCoverageSearch::attempt(int k, XRandom& random)
         keys[key].count =
             (start == Absent ? 0 : start) + (complement ? tables.fullCount[size_t(key)] : 0);
     }
+    // Entry 0 starts out Absent: counting the empty cells down from there
+    // would overflow.
+    keys[0].count = 0;
     const int step = complement ? -1 : 1;
     for (int i = 0; i < n; ++i) {
         if (bool(m_used[i]) == complement)
