@@ -55,6 +55,8 @@ void XParallelSearch::searchSizes()
     } catch (std::bad_alloc const&) {
         search.reset();
     }
+    // Each thread takes ever larger sizes, so its generator only moves on.
+    XRandom random(m_seed);
     for (;;) {
         int k = 0;
         {
@@ -68,8 +70,7 @@ void XParallelSearch::searchSizes()
         }
         Done done;
         if (search) {
-            XRandom random(m_seed);
-            random.advance(startOf(k));
+            random.advance(startOf(k) - random.position());
             done.ok = search->search(k, m_iterations, m_total, random, m_stop, false, &m_quit);
             done.outcome.coverage = search->bestCoverage();
             if (search->improved())

@@ -20,7 +20,8 @@ public:
         ++m_position;
         return int(value >> 1);
     }
-    // Skips `count` values.
+    // Skips `count` values, in time that grows with the logarithm of
+    // `count`: the searches of large cores start trillions of values in.
     void advance(uint64_t count);
     // Values drawn since seeding.
     uint64_t position() const { return m_position; }

@@ -1,6 +1,7 @@
 #include "EngineRunner.h"
 #include "RandomTable.h"
 #include "ReferenceCore.h"
+#include "SyntheticTable.h"
 #include "XCsv.h"
 
 #include <QRandomGenerator>
@@ -67,6 +68,8 @@ private slots:
 
     void matchesReference_data();
     void matchesReference();
+    void tallTablesMatchReference_data();
+    void tallTablesMatchReference();
 };
 
 void TestXCoreProperties::matchesReference_data()
@@ -100,6 +103,50 @@ void TestXCoreProperties::matchesReference()
 
     EngineRun run;
     runEngine(&input, withStart ? &source : nullptr, iterations, seed, run);
+    QCOMPARE(run.text(), expected);
+}
+
+// Tables with many more accessions than allele columns: the search's row sets
+// and gap rows matter most there, and several sizes are searched at once.
+void TestXCoreProperties::tallTablesMatchReference_data()
+{
+    QTest::addColumn<int>("accessions");
+    QTest::addColumn<int>("markers");
+    QTest::addColumn<quint32>("tableSeed");
+    QTest::addColumn<bool>("withStart");
+    QTest::addColumn<int>("iterations");
+    QTest::addColumn<int>("threads");
+    QTest::newRow("500 x 20, 1 thread") << 500 << 10 << 11u << false << 1 << 1;
+    QTest::newRow("500 x 20, 3 threads") << 500 << 10 << 11u << false << 1 << 3;
+    QTest::newRow("700 x 12, start, 2 threads") << 700 << 6 << 12u << true << 1 << 2;
+    QTest::newRow("1200 x 8, 2 threads") << 1200 << 4 << 13u << false << 3 << 2;
+}
+
+void TestXCoreProperties::tallTablesMatchReference()
+{
+    QFETCH(int, accessions);
+    QFETCH(int, markers);
+    QFETCH(quint32, tableSeed);
+    QFETCH(bool, withStart);
+    QFETCH(int, iterations);
+    QFETCH(int, threads);
+
+    const XCsv::Grid grid = syntheticGrid(accessions, markers, tableSeed);
+    // A starting collection of rows from another table of the same shape.
+    const XCsv::Grid other = syntheticGrid(3, markers, tableSeed + 1000);
+    XCsv input(grid);
+    XCsv source(other);
+
+    ReferenceCore reference(grid, withStart ? &other : nullptr, iterations, 5);
+    const QString expected = reference.resultText();
+    QCOMPARE(expected.count(QLatin1Char('\n')), 100);
+
+    EngineRun run;
+    XCore core(&input, withStart ? &source : nullptr, iterations, 5);
+    core.setThreadCount(threads);
+    connectRecorder(core, run);
+    core.start();
+    QVERIFY(core.wait(600000));
     QCOMPARE(run.text(), expected);
 }
 
