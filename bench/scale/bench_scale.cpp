@@ -10,6 +10,7 @@
 #include "XCore.h"
 #include "XCsv.h"
 #include "XResult.h"
+#include "XSearchRunner.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -71,17 +72,18 @@ using Search = std::function<QString(XCsv const&, Options const&)>;
 QString runReproducible(XCsv const& table, Options const& options)
 {
     QString text = QStringLiteral("nothing");
-    XCore core(&table, nullptr, options.iterationsNow, options.seed);
-    core.setThreadCount(options.threads);
+    auto search = std::make_unique<XCore>(&table, nullptr, options.iterationsNow, options.seed);
+    search->setThreadCount(options.threads);
+    XSearchRunner core(std::move(search));
     QObject::connect(
-        &core, &XCore::completed, &core,
+        &core, &XSearchRunner::completed, &core,
         [&text](XResult* result) {
             text = result->toString();
             delete result;
         },
         Qt::DirectConnection);
     QObject::connect(
-        &core, &XCore::error, &core,
+        &core, &XSearchRunner::error, &core,
         [&text](QString const& message) { text = QStringLiteral("error: ") + message; },
         Qt::DirectConnection);
     core.start();

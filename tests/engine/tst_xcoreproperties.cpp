@@ -142,8 +142,9 @@ void TestXCoreProperties::tallTablesMatchReference()
     QCOMPARE(expected.count(QLatin1Char('\n')), 100);
 
     EngineRun run;
-    XCore core(&input, withStart ? &source : nullptr, iterations, 5);
-    core.setThreadCount(threads);
+    auto search = std::make_unique<XCore>(&input, withStart ? &source : nullptr, iterations, 5);
+    search->setThreadCount(threads);
+    XSearchRunner core(std::move(search));
     connectRecorder(core, run);
     core.start();
     QVERIFY(core.wait(600000));
