@@ -20,6 +20,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
@@ -341,6 +342,9 @@ void XMainWindow::runSearch(XSearchRunner& runner)
     runner.start();
     progress.exec();
     runner.wait();
+    // The outcome was posted to this window before the thread ended: take it
+    // now, so that no result is left queued for a window that may go first.
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 
 void XMainWindow::csvParseSucceeded(XResult* result)
