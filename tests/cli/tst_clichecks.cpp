@@ -1,6 +1,8 @@
 // What vireon-cli checks before it searches or shows anything: outputs that
 // would replace an input or cannot be written, tables that lost lines or
 // name a marker twice, and workspace files that no search wrote.
+#include "CliRun.h"
+#include "TemporaryFolder.h"
 #include "XCsv.h"
 #include "XResult.h"
 #include "XWorkspace.h"
@@ -12,32 +14,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 #include <unistd.h>
 
 namespace {
-
-struct Outcome
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
-
-Outcome runCli(QStringList const& arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(VIREON_CLI), arguments);
-    Outcome outcome;
-    if (!process.waitForFinished(120000)) {
-        process.kill();
-        process.waitForFinished();
-        return outcome;
-    }
-    outcome.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-    outcome.out = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.err = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
-}
 
 QByteArray readAll(QString const& path)
 {
@@ -97,7 +78,7 @@ private slots:
 
 private:
     QString write(QString const& name, QByteArray const& bytes);
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
     // Written once: a reproducible workspace of microbov with its starting
     // collection, and an exact one of fourRows.
     QTemporaryDir m_fixtures;
@@ -109,8 +90,8 @@ void TestCliChecks::initTestCase()
 {
     QVERIFY(m_fixtures.isValid());
     const QString reproducible = m_fixtures.filePath(QStringLiteral("reproducible.ccw"));
-    Outcome o = runCli({quiet, oneIteration, seedOne, QStringLiteral("-s"), microbovStart,
-                        QStringLiteral("-w"), reproducible, microbov});
+    CliOutcome o = runCli({quiet, oneIteration, seedOne, QStringLiteral("-s"), microbovStart,
+                           QStringLiteral("-w"), reproducible, microbov});
     QCOMPARE(o.status, 0);
     m_reproducible = QString::fromUtf8(readAll(reproducible));
     const QString four = m_fixtures.filePath(QStringLiteral("four.csv"));
@@ -135,23 +116,18 @@ void TestCliChecks::initTestCase()
 
 void TestCliChecks::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestCliChecks::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
+    m_dir.reset();
 }
 
 QString TestCliChecks::write(QString const& name, QByteArray const& bytes)
 {
-    const QString path = m_dir->filePath(name);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    return path;
+    return m_dir->write(name, bytes);
 }
 
 void TestCliChecks::outputReplacingInputRefused_data()
@@ -192,7 +168,7 @@ void TestCliChecks::outputReplacingInputRefused()
              0);
     const QString path = m_dir->filePath(target);
     const QString named = role == QLatin1String("the input table") ? input : start;
-    const Outcome o =
+    const CliOutcome o =
         runCli({quiet, oneIteration, seedOne, QStringLiteral("-s"), start, option, path, input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
@@ -212,8 +188,8 @@ void TestCliChecks::outputReplacingInputRefused()
 void TestCliChecks::outputAndWorkspaceOneFileRefused()
 {
     const QString target = m_dir->filePath("both.csv");
-    const Outcome o = runCli({quiet, oneIteration, seedOne, QStringLiteral("-o"), target,
-                              QStringLiteral("-w"), target, microbov});
+    const CliOutcome o = runCli({quiet, oneIteration, seedOne, QStringLiteral("-o"), target,
+                                 QStringLiteral("-w"), target, microbov});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
     QVERIFY2(o.err.startsWith(QStringLiteral("vireon-cli: --output and --workspace name the same "
@@ -258,8 +234,8 @@ void TestCliChecks::outputsCheckedBeforeSearch()
     write("file", "x");
     QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("folder")));
     const QString path = target.startsWith(QLatin1Char('/')) ? target : m_dir->filePath(target);
-    const Outcome o = runCli({quiet, QStringLiteral("-i10"), seedOne, option, path,
-                              QStringLiteral("-p"), QStringLiteral("50"), input});
+    const CliOutcome o = runCli({quiet, QStringLiteral("-i10"), seedOne, option, path,
+                                 QStringLiteral("-p"), QStringLiteral("50"), input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
     QCOMPARE(o.err, path + QStringLiteral(": cannot be written: ") + why + QLatin1Char('\n'));
@@ -289,7 +265,7 @@ QByteArray commasInNames(int every, int of)
 void TestCliChecks::leftOutLinesNoted()
 {
     const QString input = write("half.csv", commasInNames(1, 2));
-    const Outcome o = runCli({quiet, oneIteration, seedOne, input});
+    const CliOutcome o = runCli({quiet, oneIteration, seedOne, input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.err, input + QStringLiteral(": 352 lines of the file were left out because their "
                                            "number of fields differs from the header row: lines "
@@ -304,7 +280,7 @@ void TestCliChecks::tableLosingMoreThanHalfRefused()
                                                 "their number of fields differs from the header "
                                                 "row: lines 2, 3, 5, 6, 8, 9, 11, 12, 14, 15 and "
                                                 "460 more.\n");
-    Outcome o = runCli({quiet, oneIteration, seedOne, input});
+    CliOutcome o = runCli({quiet, oneIteration, seedOne, input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
     QCOMPARE(o.err, note + input +
@@ -329,7 +305,7 @@ void TestCliChecks::returningMarkersAndNamesNoted()
                                            "C,1,1,1,1,1,1,1,1\n"
                                            "B,1,1,1,1,1,1,1,1\n"
                                            "A,1,1,1,1,1,1,1,1\n");
-    const Outcome o = runCli({quiet, oneIteration, seedOne, input});
+    const CliOutcome o = runCli({quiet, oneIteration, seedOne, input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.err, input +
                         QStringLiteral(": 2 markers' names return after other markers' "
@@ -346,12 +322,12 @@ void TestCliChecks::workspaceShownWithoutSearch()
 {
     const QString reproducible = write("r.ccw", m_reproducible.toUtf8());
     XWorkspace read(m_reproducible);
-    Outcome o = runCli({QStringLiteral("--result"), reproducible});
+    CliOutcome o = runCli({QStringLiteral("--result"), reproducible});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.err, QString());
     QCOMPARE(o.out, read.result()->toString());
     // The summary the search printed, from the workspace alone.
-    const Outcome searched =
+    const CliOutcome searched =
         runCli({quiet, oneIteration, seedOne, QStringLiteral("-s"), microbovStart, microbov});
     o = runCli({reproducible});
     QCOMPARE(o.status, 0);
@@ -373,14 +349,14 @@ void TestCliChecks::workspaceOutputWritten()
 {
     const QString reproducible = write("r.ccw", m_reproducible.toUtf8());
     const QString core = m_dir->filePath("core.csv");
-    const Outcome o = runCli({QStringLiteral("-o"), core, QStringLiteral("-p"),
-                              QStringLiteral("60"), QStringLiteral("--result"), reproducible});
+    const CliOutcome o = runCli({QStringLiteral("-o"), core, QStringLiteral("-p"),
+                                 QStringLiteral("60"), QStringLiteral("--result"), reproducible});
     QCOMPARE(o.status, 0);
     XWorkspace read(m_reproducible);
     QCOMPARE(QString::fromUtf8(readAll(core)), read.result()->csv(60)->toString());
     // Nor may it replace the workspace it shows.
     const QByteArray before = readAll(reproducible);
-    const Outcome over = runCli({QStringLiteral("-o"), reproducible, reproducible});
+    const CliOutcome over = runCli({QStringLiteral("-o"), reproducible, reproducible});
     QCOMPARE(over.status, 2);
     QCOMPARE(over.err, reproducible + QStringLiteral(" is the workspace file of this analysis, "
                                                      "and an output never replaces a file the "
@@ -391,7 +367,7 @@ void TestCliChecks::workspaceOutputWritten()
 void TestCliChecks::searchOptionsRefusedWithWorkspace()
 {
     const QString reproducible = write("r.ccw", m_reproducible.toUtf8());
-    const Outcome o =
+    const CliOutcome o =
         runCli({QStringLiteral("-s"), microbovStart, QStringLiteral("-i"), QStringLiteral("3"),
                 QStringLiteral("-w"), m_dir->filePath("w.ccw"), reproducible});
     QCOMPARE(o.status, 2);
@@ -526,7 +502,7 @@ void TestCliChecks::workspaceOfNoSearchRefused()
     const QString path = write("forged.ccw", text.toUtf8());
     for (QStringList const& arguments :
          {QStringList{QStringLiteral("--result"), path}, QStringList{path}}) {
-        const Outcome o = runCli(arguments);
+        const CliOutcome o = runCli(arguments);
         QCOMPARE(o.status, 2);
         QCOMPARE(o.out, QString());
         QCOMPARE(o.err,
@@ -541,7 +517,7 @@ void TestCliChecks::repeatedRowInReproducibleCoreKept()
     QStringList rows = lineOf(m_reproducible, last).split(QLatin1Char(','));
     rows[1] = rows[0];
     const QString text = withLine(m_reproducible, last, rows.join(QLatin1Char(',')));
-    const Outcome o = runCli({QStringLiteral("--result"), write("twice.ccw", text.toUtf8())});
+    const CliOutcome o = runCli({QStringLiteral("--result"), write("twice.ccw", text.toUtf8())});
     QCOMPARE(o.err, QString());
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out.section(QLatin1Char('\n'), 99, 99), rows.join(QLatin1Char(',')));
@@ -550,7 +526,7 @@ void TestCliChecks::repeatedRowInReproducibleCoreKept()
 void TestCliChecks::unknownSettingKept()
 {
     const QString text = QStringLiteral("Colour=blue\n") + m_reproducible;
-    const Outcome o = runCli({QStringLiteral("--result"), write("colour.ccw", text.toUtf8())});
+    const CliOutcome o = runCli({QStringLiteral("--result"), write("colour.ccw", text.toUtf8())});
     QCOMPARE(o.err, QString());
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out, XWorkspace(m_reproducible).result()->toString());

@@ -1,5 +1,7 @@
 // The command line against files that are not what they seem: FIFOs,
 // devices, huge files, long paths, other encodings, single-column text.
+#include "CliRun.h"
+#include "TemporaryFolder.h"
 #include "TextFile.h"
 
 #include <QDir>
@@ -9,40 +11,11 @@
 #include <QTextCodec>
 #include <QtTest>
 
+#include <memory>
+
 #include <sys/stat.h>
 
 namespace {
-
-struct Outcome
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
-
-// A generous limit: a run that blocks shows as status -1, never as a hang.
-// A file-size limit in bytes, when given, stands for a nearly full disk.
-Outcome runCli(QStringList const& arguments, qint64 fileSizeLimit = -1)
-{
-    QProcess process;
-    if (fileSizeLimit >= 0)
-        process.start(QStringLiteral("prlimit"),
-                      QStringList{QStringLiteral("--fsize=%1").arg(fileSizeLimit),
-                                  QStringLiteral(VIREON_CLI)} +
-                          arguments);
-    else
-        process.start(QStringLiteral(VIREON_CLI), arguments);
-    Outcome outcome;
-    if (!process.waitForFinished(60000)) {
-        process.kill();
-        process.waitForFinished();
-        return outcome;
-    }
-    outcome.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-    outcome.out = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.err = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
-}
 
 const QString seedOne = QStringLiteral("-r1");
 const QString quiet = QStringLiteral("-q");
@@ -85,28 +58,23 @@ private slots:
 
 private:
     QString write(QString const& name, QByteArray const& bytes);
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<TemporaryFolder> m_dir;
 };
 
 void TestHostileFiles::init()
 {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<TemporaryFolder>();
     QVERIFY(m_dir->isValid());
 }
 
 void TestHostileFiles::cleanup()
 {
-    delete m_dir;
-    m_dir = nullptr;
+    m_dir.reset();
 }
 
 QString TestHostileFiles::write(QString const& name, QByteArray const& bytes)
 {
-    const QString path = m_dir->filePath(name);
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    return path;
+    return m_dir->write(name, bytes);
 }
 
 void TestHostileFiles::fifoInputRefusedAtOnce_data()
@@ -121,7 +89,7 @@ void TestHostileFiles::fifoInputRefusedAtOnce()
     QFETCH(QString, name);
     const QString path = m_dir->filePath(name);
     QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    const Outcome o = runCli({quiet, path});
+    const CliOutcome o = runCli({quiet, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": not a regular file\n"));
     QCOMPARE(o.out, QString());
@@ -132,7 +100,7 @@ void TestHostileFiles::fifoStartRefusedAtOnce()
     const QString input = write("in.csv", "Name,M,M\nA,1,2\n");
     const QString path = m_dir->filePath("start.csv");
     QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-    const Outcome o = runCli({quiet, QStringLiteral("-s"), path, input});
+    const CliOutcome o = runCli({quiet, QStringLiteral("-s"), path, input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": not a regular file\n"));
 }
@@ -142,7 +110,7 @@ void TestHostileFiles::deviceInputRefused()
     // /dev/zero under a table's name never ends: it must not be read.
     const QString link = m_dir->filePath("z.csv");
     QVERIFY(QFile::link(QStringLiteral("/dev/zero"), link));
-    const Outcome o = runCli({quiet, link});
+    const CliOutcome o = runCli({quiet, link});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, link + QStringLiteral(": not a regular file\n"));
 }
@@ -155,7 +123,7 @@ void TestHostileFiles::tooLargeInputRefused()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QVERIFY(file.resize(qint64(1) << 30));
     file.close();
-    const Outcome o = runCli({quiet, path});
+    const CliOutcome o = runCli({quiet, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": is too large: 1024.0 MB, and Vireon reads files of "
                                           "up to 128.0 MB\n"));
@@ -175,7 +143,7 @@ void TestHostileFiles::singleColumnTableRefused()
 {
     QFETCH(QByteArray, content);
     const QString path = write("one.csv", content);
-    const Outcome o = runCli({quiet, path});
+    const CliOutcome o = runCli({quiet, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": The table has no allele columns: is it separated by "
                                           "semicolons or tabs?\n"));
@@ -196,7 +164,7 @@ void TestHostileFiles::longPathIsReadAsPath()
     file.write("Name,M,M\nA,1,2\nB,3,4\n");
     file.close();
     QVERIFY(path.size() >= 512);
-    const Outcome o = runCli({quiet, seedOne, QStringLiteral("--result"), path});
+    const CliOutcome o = runCli({quiet, seedOne, QStringLiteral("--result"), path});
     QCOMPARE(o.err, QString());
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out.count(QLatin1Char('\n')), 100);
@@ -208,7 +176,7 @@ void TestHostileFiles::contentNamingAFileIsText()
     // The content of the chosen file is the table, even when it names a file.
     const QString other = write("other.csv", "Name,M,M\nA,1,2\nB,3,4\n");
     const QString path = write("in.csv", other.toUtf8());
-    const Outcome o = runCli({quiet, seedOne, path});
+    const CliOutcome o = runCli({quiet, seedOne, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": The table has no accessions: it needs at least one "
                                           "row below its header row.\n"));
@@ -218,7 +186,7 @@ void TestHostileFiles::windows1252NamesKept()
 {
     const QString input = write("in.csv", "Name,M,M\nB\xe9tail,1,2\nB\xe8tail,3,4\n");
     const QString core = m_dir->filePath("core.csv");
-    const Outcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
+    const CliOutcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.err, input + QStringLiteral(": This file is not UTF-8; it was read as "
                                            "Windows-1252.\n"));
@@ -233,7 +201,7 @@ void TestHostileFiles::headerWithMoreFieldsNamed()
 {
     // Every data line has a field fewer than the header: all are left out.
     const QString input = write(QStringLiteral("comma.csv"), "Name,M1,M1,\nA,1,2\nB,3,4\n");
-    const Outcome o = runCli({quiet, seedOne, input});
+    const CliOutcome o = runCli({quiet, seedOne, input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, input + QStringLiteral(": No line has as many fields as the header row (4): is "
                                            "there a trailing comma, or a comma in quotes, in the "
@@ -272,7 +240,7 @@ void TestHostileFiles::fullDiskKeepsOldFile()
                                                                 : size - 1;
     const QByteArray old("the file that was there before\n");
     const QString target = write(name, old);
-    const Outcome o = runCli({quiet, seedOne, option, target, input}, limit);
+    const CliOutcome o = runCli({quiet, seedOne, option, target, input}, limit);
     QCOMPARE(o.status, 1);
     QCOMPARE(o.err, target + QStringLiteral(": could not be written: File too large\n"));
     QFile kept(target);
@@ -302,7 +270,7 @@ void TestHostileFiles::deviceTargetRefused()
         QCOMPARE(mkfifo(QFile::encodeName(target).constData(), 0600), 0);
     }
     // Refused before the search, like every output that cannot be written.
-    const Outcome o = runCli(
+    const CliOutcome o = runCli(
         {quiet, seedOne, option, target, QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
@@ -337,7 +305,7 @@ void TestHostileFiles::emptyFilesSaySo()
          {QStringList{quiet, path},
           QStringList{quiet, QStringLiteral("-s"), path,
                       QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")}}) {
-        const Outcome o = runCli(arguments);
+        const CliOutcome o = runCli(arguments);
         QCOMPARE(o.status, 2);
         QCOMPARE(o.err, path + QStringLiteral(": ") + message + QLatin1Char('\n'));
         QCOMPARE(o.out, QString());
@@ -353,8 +321,8 @@ void TestHostileFiles::oldMacLineEndsReadByLines()
     QVERIFY(!text.contains('\r'));
     const QString mac = write("mac.csv", QByteArray(text).replace('\n', '\r'));
     const QString unix = write("unix.csv", text);
-    const Outcome fromMac = runCli({quiet, seedOne, QStringLiteral("-i1"), mac});
-    const Outcome fromUnix = runCli({quiet, seedOne, QStringLiteral("-i1"), unix});
+    const CliOutcome fromMac = runCli({quiet, seedOne, QStringLiteral("-i1"), mac});
+    const CliOutcome fromUnix = runCli({quiet, seedOne, QStringLiteral("-i1"), unix});
     QCOMPARE(fromMac.status, 0);
     QCOMPARE(fromMac.err, QString());
     QCOMPARE(fromMac.out, fromUnix.out);
@@ -391,7 +359,7 @@ void TestHostileFiles::unmarkedUtf16And32Read()
     QCOMPARE(bytes.size(), text.size() * (codec.startsWith("UTF-16") ? 2 : 4));
     const QString input = write("in.csv", bytes);
     const QString core = m_dir->filePath("core.csv");
-    const Outcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
+    const CliOutcome o = runCli({quiet, seedOne, QStringLiteral("-o"), core, input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.err, input + QStringLiteral(": ") + note + QLatin1Char('\n'));
     QVERIFY2(o.out.endsWith(QStringLiteral("Total alleles: 4; seed: 1\n")), qPrintable(o.out));
@@ -406,7 +374,7 @@ void TestHostileFiles::nulBytesRefused()
     // NUL bytes in no pattern of UTF-16 or UTF-32: not a text file.
     static const char text[] = "Name,M,M\nA,1,2\0\0\0\nB,3,4\n";
     const QString input = write("in.csv", QByteArray(text, sizeof text - 1));
-    const Outcome o = runCli({quiet, seedOne, input});
+    const CliOutcome o = runCli({quiet, seedOne, input});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, input + QStringLiteral(": is not a text file: it holds NUL bytes\n"));
 }
@@ -442,7 +410,7 @@ void TestHostileFiles::fieldsEstimatedBeforeReading()
         QVERIFY(file.write(unit.repeated(int((size - file.size()) / unit.size()))) >= 0);
     }
     QCOMPARE(QFileInfo(path).size(), size);
-    const Outcome o = runCli({quiet, seedOne, path});
+    const CliOutcome o = runCli({quiet, seedOne, path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.err, path + QStringLiteral(": ") + message + QLatin1Char('\n'));
     QCOMPARE(o.out, QString());
@@ -472,7 +440,7 @@ void TestHostileFiles::controlCharactersEscaped()
 {
     // An escape sequence that would retitle a terminal, in a name and a cell.
     const QString input = write("in.csv", "Name,M,M\nA,1,2\n\x1b]0;owned\x07,1,\x1b[2J\n");
-    const Outcome o = runCli({quiet, seedOne, input});
+    const CliOutcome o = runCli({quiet, seedOne, input});
     QCOMPARE(o.status, 1);
     QCOMPARE(o.err, QStringLiteral("Invalid value in csv.\ninput row 3 (\\x1b]0;owned\\x07), "
                                    "column M: \"\\x1b[2J\"\n"));

@@ -1,4 +1,5 @@
 #include "CellText.h"
+#include "CliRun.h"
 #include "TemporaryFolder.h"
 #include "XCsv.h"
 #include "XResult.h"
@@ -12,30 +13,6 @@
 #include <QtTest>
 
 #include <memory>
-
-namespace {
-
-struct Outcome
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
-
-Outcome runCli(QStringList const& arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral(VIREON_CLI), arguments);
-    Outcome outcome;
-    if (!process.waitForFinished(120000))
-        return outcome;
-    outcome.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
-    outcome.out = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.err = QString::fromUtf8(process.readAllStandardError());
-    return outcome;
-}
-
-} // namespace
 
 class TestVireonCli : public QObject
 {
@@ -85,7 +62,7 @@ void TestVireonCli::cleanup()
 
 void TestVireonCli::help()
 {
-    const Outcome o = runCli({QStringLiteral("--help")});
+    const CliOutcome o = runCli({QStringLiteral("--help")});
     QCOMPARE(o.status, 0);
     for (const char* option :
          {"--start", "--iterations", "--seed", "--workspace", "--output", "--percent", "--result",
@@ -95,7 +72,7 @@ void TestVireonCli::help()
 
 void TestVireonCli::version()
 {
-    const Outcome o = runCli({QStringLiteral("--version")});
+    const CliOutcome o = runCli({QStringLiteral("--version")});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out, QStringLiteral("vireon-cli 1.0\n"));
 }
@@ -105,7 +82,7 @@ void TestVireonCli::summary()
     // Either row covers half of the four alleles; both cover all.
     const QString input =
         m_dir->write(QStringLiteral("in.csv"), QByteArray("Name,M1,M1\nA,1,2\nB,3,4\n"));
-    const Outcome o = runCli({QStringLiteral("-r"), QStringLiteral("7"), input});
+    const CliOutcome o = runCli({QStringLiteral("-r"), QStringLiteral("7"), input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out, QStringLiteral("percent\taccessions\talleles\trecounted\n"
                                    "1-50\t1\t2\t2\n"
@@ -120,8 +97,9 @@ void TestVireonCli::summaryWithStart()
         m_dir->write(QStringLiteral("in.csv"), QByteArray("Name,M1,M1\nA,1,2\nB,3,4\n"));
     const QString start =
         m_dir->write(QStringLiteral("start.csv"), QByteArray("Name,M1,M1\nS,5,6\n"));
-    const Outcome o = runCli({QStringLiteral("--seed"), QStringLiteral("3"), QStringLiteral("-s"),
-                              start, QStringLiteral("-i"), QStringLiteral("2"), input});
+    const CliOutcome o =
+        runCli({QStringLiteral("--seed"), QStringLiteral("3"), QStringLiteral("-s"), start,
+                QStringLiteral("-i"), QStringLiteral("2"), input});
     QCOMPARE(o.status, 0);
     QCOMPARE(o.out, QStringLiteral("percent\taccessions\talleles\trecounted\n"
                                    "1-33\t1\t2\t2\n"
@@ -135,7 +113,7 @@ void TestVireonCli::resultEqualsWorkspaceSection()
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     const QString start = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov_start.csv");
     const QString workspace = m_dir->filePath(QStringLiteral("run.ccw"));
-    const Outcome o =
+    const CliOutcome o =
         runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
                 QStringLiteral("42"), QStringLiteral("-s"), start, QStringLiteral("-w"), workspace,
                 QStringLiteral("-p"), QStringLiteral("60"), QStringLiteral("--result"), input});
@@ -153,9 +131,9 @@ void TestVireonCli::outputWritesCoreOfPercent()
 {
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     const QString core = m_dir->filePath(QStringLiteral("core.csv"));
-    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
-                              QStringLiteral("1"), QStringLiteral("-p"), QStringLiteral("75"),
-                              QStringLiteral("-o"), core, QStringLiteral("--result"), input});
+    const CliOutcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                                 QStringLiteral("1"), QStringLiteral("-p"), QStringLiteral("75"),
+                                 QStringLiteral("-o"), core, QStringLiteral("--result"), input});
     QCOMPARE(o.status, 0);
     XCsv table(input);
     XResult result(o.out, &table, nullptr);
@@ -185,8 +163,8 @@ void TestVireonCli::workbookInAndOut()
     const QString core = m_dir->filePath(QStringLiteral("core") + suffix);
     const QStringList common = {QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
                                 QStringLiteral("5"), QStringLiteral("--result")};
-    const Outcome fromText = runCli(common + QStringList{csv});
-    const Outcome fromBook =
+    const CliOutcome fromText = runCli(common + QStringList{csv});
+    const CliOutcome fromBook =
         runCli(common + QStringList{QStringLiteral("-o"), core, QStringLiteral("-p"),
                                     QStringLiteral("40"), xls});
     QCOMPARE(fromBook.status, 0);
@@ -217,9 +195,9 @@ void TestVireonCli::semicolonTextAsComma()
         QStringLiteral("-p"), QStringLiteral("40"), QStringLiteral("--result")};
     const QString fromCommasCore = m_dir->filePath(QStringLiteral("commas-core.csv"));
     const QString fromSemicolonsCore = m_dir->filePath(QStringLiteral("semicolons-core.csv"));
-    const Outcome fromCommas =
+    const CliOutcome fromCommas =
         runCli(common + QStringList{QStringLiteral("-o"), fromCommasCore, csv});
-    const Outcome fromSemicolons =
+    const CliOutcome fromSemicolons =
         runCli(common + QStringList{QStringLiteral("-o"), fromSemicolonsCore, semicolons});
     QCOMPARE(fromCommas.status, 0);
     QCOMPARE(fromSemicolons.status, 0);
@@ -237,13 +215,13 @@ void TestVireonCli::clockSeedIsPrinted()
     const QString input =
         m_dir->write(QStringLiteral("in.csv"),
                      QByteArray("Name,M1,M1,M2\nA,1,2,3\nB,3,4,3\nC,1,4,5\nD,2,2,6\n"));
-    const Outcome first = runCli({input});
+    const CliOutcome first = runCli({input});
     QCOMPARE(first.status, 0);
     const QString last = first.out.trimmed().split(QLatin1Char('\n')).last();
     QVERIFY(last.startsWith(QLatin1String("Total alleles: 7; seed: ")));
     const QString seed = last.mid(last.lastIndexOf(QLatin1Char(' ')) + 1);
     QVERIFY(seed != QLatin1String("0"));
-    const Outcome again = runCli({QStringLiteral("-r"), seed, input});
+    const CliOutcome again = runCli({QStringLiteral("-r"), seed, input});
     QCOMPARE(again.out, first.out);
 }
 
@@ -252,9 +230,10 @@ void TestVireonCli::threadCountKeepsResult()
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     QStringList results;
     for (const char* threads : {"1", "2", "3"}) {
-        const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
-                                  QStringLiteral("5"), QStringLiteral("--threads"),
-                                  QLatin1String(threads), QStringLiteral("--result"), input});
+        const CliOutcome o =
+            runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
+                    QStringLiteral("5"), QStringLiteral("--threads"), QLatin1String(threads),
+                    QStringLiteral("--result"), input});
         QCOMPARE(o.status, 0);
         QCOMPARE(o.out.count(QLatin1Char('\n')), 100);
         results << o.out;
@@ -301,7 +280,7 @@ void TestVireonCli::usageErrors()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, message);
-    const Outcome o = runCli(arguments);
+    const CliOutcome o = runCli(arguments);
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
     QVERIFY2(o.err.contains(message), qPrintable(o.err));
@@ -333,7 +312,7 @@ void TestVireonCli::inputsThatAreNotFiles()
     QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("dir.csv")));
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     const QString path = m_dir->filePath(name);
-    const Outcome o =
+    const CliOutcome o =
         runCli(asStart ? QStringList{"-q", "-s", path, input} : QStringList{"-q", path});
     QCOMPARE(o.status, 2);
     QCOMPARE(o.out, QString());
@@ -349,7 +328,7 @@ void TestVireonCli::unreadableInput()
         QSKIP("this user reads files whatever their permissions (root)");
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     for (QStringList const& arguments : {QStringList{path}, QStringList{"-s", path, input}}) {
-        const Outcome o = runCli(arguments);
+        const CliOutcome o = runCli(arguments);
         QCOMPARE(o.status, 2);
         QCOMPARE(o.err, path + QStringLiteral(": cannot be read\n"));
     }
@@ -381,7 +360,7 @@ void TestVireonCli::engineErrors()
     if (!start.isEmpty())
         arguments << QStringLiteral("--start")
                   << m_dir->write(QStringLiteral("start.csv"), start.toUtf8());
-    const Outcome o = runCli(arguments);
+    const CliOutcome o = runCli(arguments);
     QCOMPARE(o.status, 1);
     QCOMPARE(o.out, QString());
     QCOMPARE(o.err, message);
@@ -389,9 +368,9 @@ void TestVireonCli::engineErrors()
 
 void TestVireonCli::microbovExample()
 {
-    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
-                              QStringLiteral("1"), QStringLiteral("--result"),
-                              QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
+    const CliOutcome o = runCli({QStringLiteral("-i"), QStringLiteral("1"), QStringLiteral("-r"),
+                                 QStringLiteral("1"), QStringLiteral("--result"),
+                                 QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv")});
     QCOMPARE(o.status, 0);
     QFile fixture(QStringLiteral(VIREON_FIXTURES_DIR "/engine/microbov_i1_s1.txt"));
     QVERIFY(fixture.open(QIODevice::ReadOnly | QIODevice::Text));
@@ -410,7 +389,7 @@ const QString fourRows =
 void TestVireonCli::exactSummary()
 {
     const QString input = m_dir->write(QStringLiteral("in.csv"), fourRows.toUtf8());
-    const Outcome o = runCli({QStringLiteral("--search"), QStringLiteral("exact"), input});
+    const CliOutcome o = runCli({QStringLiteral("--search"), QStringLiteral("exact"), input});
     QCOMPARE(o.status, 0);
     QStringList lines = o.out.split(QLatin1Char('\n'));
     const QString last = lines.value(lines.size() - 2);
@@ -434,7 +413,7 @@ void TestVireonCli::exactResultAndWorkspace()
     const QString start =
         m_dir->write(QStringLiteral("start.csv"), QByteArray("Name,A,A,B,B\ns1,1,2,1,1\n"));
     const QString ccw = m_dir->filePath(QStringLiteral("exact.ccw"));
-    const Outcome o =
+    const CliOutcome o =
         runCli({QStringLiteral("--search"), QStringLiteral("exact"), QStringLiteral("--budget"),
                 QStringLiteral("30"), QStringLiteral("-s"), start, QStringLiteral("--result"),
                 QStringLiteral("-w"), ccw, QStringLiteral("-p"), QStringLiteral("90"), input});
@@ -465,8 +444,8 @@ void TestVireonCli::workspaceRecordsRun()
     // The window reads the search and its settings from the workspace.
     const QString input = QStringLiteral(VIREON_EXAMPLES_DIR "/microbov.csv");
     const QString ccw = m_dir->filePath(QStringLiteral("seeded.ccw"));
-    const Outcome o = runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
-                              QStringLiteral("0"), QStringLiteral("-w"), ccw, input});
+    const CliOutcome o = runCli({QStringLiteral("-i"), QStringLiteral("2"), QStringLiteral("-r"),
+                                 QStringLiteral("0"), QStringLiteral("-w"), ccw, input});
     QCOMPARE(o.status, 0);
     const QRegularExpressionMatch seed =
         QRegularExpression(QStringLiteral("; seed: ([0-9]+)\n$")).match(o.out);

@@ -56,10 +56,16 @@ inline void connectRecorder(XSearchRunner& core, EngineRun& run)
         Qt::DirectConnection);
 }
 
-inline void runEngine(XCsv const* csv, XCsv const* src, int iterations, int seed, EngineRun& run)
+// Threads 0: the search's own choice. Returns whether the run ended within
+// the ten minutes a test allows.
+inline bool runEngine(XCsv const* csv, XCsv const* src, int iterations, int seed, EngineRun& run,
+                      int threads = 0)
 {
-    XSearchRunner core(std::make_unique<XCore>(csv, src, iterations, seed));
+    auto search = std::make_unique<XCore>(csv, src, iterations, seed);
+    if (threads > 0)
+        search->setThreadCount(threads);
+    XSearchRunner core(std::move(search));
     connectRecorder(core, run);
     core.start();
-    core.wait();
+    return core.wait(600000);
 }

@@ -56,12 +56,7 @@ void TestXCoreEHGDP::matchesEarlierRuns()
     const QString expected = readFixture(QStringLiteral("eHGDP_i1_s%1.txt").arg(seed));
     QCOMPARE(expected.count(QLatin1Char('\n')), 100);
     EngineRun run;
-    auto search = std::make_unique<XCore>(m_table.get(), nullptr, 1, seed);
-    search->setThreadCount(threads);
-    XSearchRunner core(std::move(search));
-    connectRecorder(core, run);
-    core.start();
-    QVERIFY(core.wait(600000));
+    QVERIFY(runEngine(m_table.get(), nullptr, 1, seed, run, threads));
     QCOMPARE(run.text(), expected);
 }
 

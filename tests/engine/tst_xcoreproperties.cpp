@@ -142,12 +142,7 @@ void TestXCoreProperties::tallTablesMatchReference()
     QCOMPARE(expected.count(QLatin1Char('\n')), 100);
 
     EngineRun run;
-    auto search = std::make_unique<XCore>(&input, withStart ? &source : nullptr, iterations, 5);
-    search->setThreadCount(threads);
-    XSearchRunner core(std::move(search));
-    connectRecorder(core, run);
-    core.start();
-    QVERIFY(core.wait(600000));
+    QVERIFY(runEngine(&input, withStart ? &source : nullptr, iterations, 5, run, threads));
     QCOMPARE(run.text(), expected);
 }
 
